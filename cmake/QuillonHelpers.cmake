@@ -1,0 +1,70 @@
+# Shared build settings for every Quillon target.
+
+add_library(quillon_warnings INTERFACE)
+target_compile_options(quillon_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
+  -Woverloaded-virtual -Wnull-dereference -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough)
+if(QUILLON_WERROR)
+  target_compile_options(quillon_warnings INTERFACE -Werror)
+endif()
+
+if(QUILLON_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined -fno-sanitize-recover=all)
+endif()
+
+if(QUILLON_FUZZ)
+  # Everything is instrumented for coverage; only the fuzz targets link the fuzzer's main.
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# quillon_add_library(name SOURCES... [DEPS targets...])
+# One static library per subsystem, with the source tree as include root.
+function(quillon_add_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+  target_link_libraries(${name} PUBLIC ${ARG_DEPS} PRIVATE quillon_warnings)
+endfunction()
+
+# quillon_add_test(name SOURCES... [DEPS targets...] [LABELS labels...])
+# A GoogleTest executable; each test case becomes one CTest test.
+function(quillon_add_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPS;LABELS" ${ARGN})
+  if(QUILLON_FUZZ)
+    return()
+  endif()
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gtest_main GTest::gmock quillon_warnings)
+  target_compile_definitions(${name} PRIVATE QUILLON_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${ARG_LABELS}")
+endfunction()
+
+# quillon_add_fuzzer(name SOURCE file CORPUS dir [DEPS targets...] [SECONDS n])
+# A libFuzzer target, built only with QUILLON_FUZZ; its CTest test runs it from the seed corpus.
+function(quillon_add_fuzzer name)
+  cmake_parse_arguments(ARG "" "SOURCE;CORPUS;SECONDS" "DEPS" ${ARGN})
+  if(NOT QUILLON_FUZZ)
+    return()
+  endif()
+  if(NOT ARG_SECONDS)
+    set(ARG_SECONDS 30)
+  endif()
+  add_executable(${name} ${ARG_SOURCE})
+  target_link_libraries(${name} PRIVATE ${ARG_DEPS} quillon_warnings)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  add_dependencies(fuzzers ${name})
+  set(work ${CMAKE_CURRENT_BINARY_DIR}/${name}-corpus)
+  add_test(NAME ${name}
+    COMMAND ${CMAKE_COMMAND} -E env ASAN_OPTIONS=detect_leaks=1
+            $<TARGET_FILE:${name}> -max_total_time=${ARG_SECONDS} -timeout=10 -rss_limit_mb=2048
+            -print_final_stats=1 ${work} ${ARG_CORPUS})
+  set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 600
+    FIXTURES_REQUIRED ${name}-corpus)
+  add_test(NAME ${name}-corpus COMMAND ${CMAKE_COMMAND} -E make_directory ${work})
+  set_tests_properties(${name}-corpus PROPERTIES LABELS fuzz FIXTURES_SETUP ${name}-corpus)
+endfunction()

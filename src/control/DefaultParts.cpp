@@ -1,0 +1,10 @@
+#include "control/ComponentParts.h"
+
+namespace quillon {
+
+ComponentParts MakeDefaultParts() {
+  ComponentParts parts;
+  return parts;
+}
+
+}  // namespace quillon
