@@ -1,0 +1,14 @@
+#pragma once
+// The subcommands of the `quillon` program; each adds itself to the command line.
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+namespace quillon::app {
+
+/// Sets `run` to the subcommand's action; its result is the exit status.
+using Action = std::function<int()>;
+
+void addDemoCommand(CLI::App& app, Action& run);
+
+}  // namespace quillon::app
