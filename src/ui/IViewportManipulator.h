@@ -5,6 +5,7 @@
 
 namespace quillon {
 
+class IKeyState;
 class IViewport;
 class IViewportHolder;
 
@@ -46,6 +47,8 @@ class IViewportManipulator {
 
   virtual void SetViewport(IViewport* viewport) = 0;
   virtual void SetHolder(IViewportHolder* holder) = 0;
+  /// Where Alt and Ctrl are read; null means no key is ever held.
+  virtual void SetKeyState(const IKeyState* keys) = 0;
 };
 
 }  // namespace quillon

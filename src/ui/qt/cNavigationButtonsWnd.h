@@ -1,0 +1,31 @@
+#pragma once
+// The row of mode buttons and the view-all button.
+
+#include <QWidget>
+#include <array>
+
+namespace quillon {
+
+class IViewportManipulator;
+class cAnimatedBitmapButton;
+
+/// One button for each manipulation mode, the one of the current mode shown pressed, and a
+/// button that views the whole scene.
+class cNavigationButtonsWnd final : public QWidget {
+ public:
+  cNavigationButtonsWnd(IViewportManipulator* manipulator, QWidget* parent = nullptr);
+
+  /// Shows the button of that mode pressed and the others released.
+  void showMode(int mode);
+  cAnimatedBitmapButton* modeButton(int mode) const;
+  cAnimatedBitmapButton* viewAllButton() const { return viewAll; }
+
+ private:
+  void selectMode(int mode);
+
+  IViewportManipulator* manipulator;
+  std::array<cAnimatedBitmapButton*, 5> modeButtons{};
+  cAnimatedBitmapButton* viewAll = nullptr;
+};
+
+}  // namespace quillon

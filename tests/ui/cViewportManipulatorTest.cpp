@@ -1,0 +1,347 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "NavigationDoubles.h"
+#include "core/Trace.h"
+#include "ui/IViewportHolder.h"
+#include "ui/cViewportManipulator.h"
+
+namespace quillon::test {
+namespace {
+
+using M = IViewportManipulator;
+
+constexpr double kEps = 1e-9;
+
+void expectNear(nav::Vec3 actual, nav::Vec3 expected, double eps = kEps) {
+  EXPECT_NEAR(actual.x, expected.x, eps);
+  EXPECT_NEAR(actual.y, expected.y, eps);
+  EXPECT_NEAR(actual.z, expected.z, eps);
+}
+
+double length(nav::Vec3 v) { return std::sqrt(nav::dot(v, v)); }
+
+class RecordingHolder final : public IViewportHolder {
+ public:
+  std::vector<bool> calls;
+  void showNavigationControls(bool show) override { calls.push_back(show); }
+};
+
+class ManipulatorTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    // The mode objects live for the process; release every one before a test starts.
+    for (int i = 0; i < M::MODE_NONE; ++i) {
+      manipulator.SetMode(i);
+      manipulator.FirstButtonUp(0, 0);
+    }
+    manipulator.SetMode(M::MODE_ROTATE);
+    manipulator.SetViewport(&viewport);
+    manipulator.SetKeyState(&keys);
+    viewport.redraws = 0;
+    viewport.depths.clear();
+  }
+
+  void drag(int x0, int y0, int x1, int y1) {
+    manipulator.FirstButtonDown(x0, y0);
+    manipulator.MouseMove(x1, y1);
+    manipulator.FirstButtonUp(x1, y1);
+  }
+
+  cViewportManipulator manipulator;
+  TestViewport viewport;
+  TestKeys keys;
+  TestCamera& camera = viewport.cam;
+};
+
+TEST_F(ManipulatorTest, StartsWithEverythingEnabledInRotateMode) {
+  cViewportManipulator fresh;
+  EXPECT_TRUE(fresh.IsContextMenuEnabled());
+  EXPECT_TRUE(fresh.IsMouseNavigationEnabled());
+  EXPECT_TRUE(fresh.AreNavigationControlsShown());
+  EXPECT_EQ(fresh.GetModeInfo(), M::MODE_ROTATE);
+  EXPECT_FALSE(fresh.firstButton().pressed);
+  EXPECT_FALSE(fresh.secondButton().pressed);
+  // Without a viewport nothing can move, and nothing breaks.
+  fresh.FirstButtonDown(1, 2);
+  fresh.MouseMove(50, 60);
+  fresh.MouseWheel(0, 0, 120);
+  fresh.Dolly(3);
+  fresh.ViewAll();
+  fresh.Apply();
+  EXPECT_TRUE(fresh.firstButton().pressed);
+}
+
+TEST_F(ManipulatorTest, SetModeSelectsFromTheTableAndFallsBackToRotate) {
+  const struct {
+    int index;
+    int expected;
+  } cases[] = {{0, M::MODE_PAN},    {1, M::MODE_ROTATE}, {2, M::MODE_SELECT_ROT_CENTRE},
+               {3, M::MODE_ZOOM},   {4, M::MODE_DOLLY},  {5, M::MODE_NONE},
+               {6, M::MODE_ROTATE}, {7, M::MODE_ROTATE}, {-1, M::MODE_ROTATE}};
+  for (const auto& c : cases) {
+    manipulator.SetMode(M::MODE_PAN);
+    manipulator.SetMode(c.index);
+    EXPECT_EQ(manipulator.GetModeInfo(), c.expected) << "index " << c.index;
+  }
+}
+
+TEST_F(ManipulatorTest, PanMovesTheCameraTenTimesTheWorldDragTheOtherWay) {
+  manipulator.SetMode(M::MODE_PAN);
+  viewport.focal = -5.9;  // the depth is truncated, not rounded
+  manipulator.FirstButtonDown(100, 100);
+  manipulator.MouseMove(110, 95);
+  // (last - current) world: (-0.1, -0.05, 0), times ten
+  expectNear(camera.position, {-1.0, -0.5, 100});
+  manipulator.MouseMove(110, 105);  // the current position became the last
+  expectNear(camera.position, {-1.0, 0.5, 100});
+  for (int depth : viewport.depths) EXPECT_EQ(depth, 5);
+  manipulator.FirstButtonUp(110, 105);
+  manipulator.MouseMove(200, 200);  // released: nothing more
+  expectNear(camera.position, {-1.0, 0.5, 100});
+}
+
+TEST_F(ManipulatorTest, RotateTurnsAboutThePointAtTheWindowCentre) {
+  // The centre (320, 240) unprojects to (3.2, -2.4, -5); put the camera 105 in front of it.
+  camera.position = {3.2, -2.4, 100};
+  drag(320, 240, 340, 240);
+  const double angle = 20 * 3.14 * 0.0027777778;
+  const nav::Vec3 centre{3.2, -2.4, -5};
+  EXPECT_NEAR(length(camera.position - centre), 105, 1e-9);
+  // A horizontal drag turns about the world's y axis: the view direction swings by the angle.
+  EXPECT_NEAR(std::acos(-camera.viewDirection().z), angle, 1e-9);
+  EXPECT_NEAR(camera.viewDirection().y, 0, 1e-12);
+  // The camera still looks at the centre.
+  const nav::Vec3 toCentre = (centre - camera.position) * (1 / 105.0);
+  expectNear(toCentre, camera.viewDirection(), 1e-9);
+}
+
+TEST_F(ManipulatorTest, RotateByAZeroLengthDragChangesNothing) {
+  const nav::Vec3 before = camera.position;
+  drag(200, 200, 200, 200);
+  expectNear(camera.position, before);
+  EXPECT_DOUBLE_EQ(camera.orientation.w, 1);
+}
+
+TEST_F(ManipulatorTest, AltCtrlRotateRollsAboutTheViewAxis) {
+  keys.alt = keys.ctrl = true;
+  // Moving from right of the centre to below it turns through a quarter circle on the screen.
+  drag(420, 240, 320, 340);
+  ASSERT_EQ(camera.turnsZ.size(), 1u);
+  const double angle = std::sqrt(100.0 * 100 + 100 * 100) * 3.14 * 0.0027777778;
+  EXPECT_NEAR(std::fabs(camera.turnsZ[0]), 6.28 - angle, 1e-12);
+  expectNear(camera.viewDirection(), {0, 0, -1}, 1e-12);
+  expectNear(camera.position, {0, 0, 100});
+}
+
+TEST_F(ManipulatorTest, AltNavigatesWhateverTheMode) {
+  keys.alt = true;
+  manipulator.SetMode(M::MODE_ZOOM);
+  manipulator.SecondButtonDown(100, 100);
+  manipulator.MouseMove(120, 100);
+  expectNear(camera.position, {-2.0, 0, 100});  // panned as the pan mode would
+  EXPECT_EQ(manipulator.secondButton().x, 120);
+  manipulator.SecondButtonUp(120, 100);
+  EXPECT_TRUE(camera.zooms.empty());
+
+  manipulator.SetMode(M::MODE_PAN);
+  manipulator.FirstButtonDown(320, 240);
+  manipulator.MouseMove(330, 240);
+  EXPECT_GT(std::fabs(camera.viewDirection().x), 0.01);  // rotated, not panned
+  EXPECT_EQ(manipulator.firstButton().x, 330);
+  EXPECT_TRUE(camera.turnsZ.empty());
+
+  // With Ctrl as well, the move goes to the mode again.
+  keys.ctrl = true;
+  const nav::Vec3 before = camera.position;
+  manipulator.MouseMove(340, 240);
+  EXPECT_NEAR(length(camera.position - before), 0.2 * 10, 1e-9);  // from the mode's own last position
+}
+
+TEST_F(ManipulatorTest, ZoomCountsOnlyTheDirectionOfAVerticalMove) {
+  manipulator.SetMode(M::MODE_ZOOM);
+  manipulator.FirstButtonDown(100, 100);
+  manipulator.MouseMove(100, 101);  // one pixel down
+  manipulator.MouseMove(100, 201);  // a hundred pixels down
+  manipulator.MouseMove(150, 201);  // sideways only
+  manipulator.MouseMove(150, 150);  // up
+  EXPECT_EQ(camera.zooms, (std::vector<double>{1.05, 1.05, 0.95}));
+}
+
+TEST_F(ManipulatorTest, DollyDragMovesForwardWhicheverWayTheMouseGoes) {
+  manipulator.SetMode(M::MODE_DOLLY);
+  // The press keeps the raw y, so the first move uses (480 - 300) - 300 = -120.
+  manipulator.FirstButtonDown(10, 300);
+  manipulator.MouseMove(10, 300);
+  expectNear(camera.position, {0, 0, 100 - 12});
+  manipulator.MouseMove(10, 280);  // up: flipped 200 -> delta +20
+  expectNear(camera.position, {0, 0, 100 - 14});
+  manipulator.MouseMove(10, 300);  // down: delta -20
+  expectNear(camera.position, {0, 0, 100 - 16});
+}
+
+TEST_F(ManipulatorTest, DollyFollowsTheCameraOrientation) {
+  camera.orientation = nav::axisAngle({0, 1, 0}, 3.14159265358979 / 2);  // looking down -x
+  manipulator.SetMode(M::MODE_DOLLY);
+  manipulator.Dolly(1);
+  const double distance = 0.1 * 480 * 0.0027777778;
+  expectNear(camera.position, {-distance, 0, 100}, 1e-9);
+}
+
+TEST_F(ManipulatorTest, DollyStepsAndWheelMoveTheSameWayForBothSigns) {
+  const double step = 0.1 * 2 * 480 * 0.0027777778;
+  manipulator.Dolly(2);
+  expectNear(camera.position, {0, 0, 100 - step});
+  manipulator.Dolly(-2);
+  expectNear(camera.position, {0, 0, 100 - 2 * step});
+
+  manipulator.SetMode(M::MODE_DOLLY);
+  camera.position = {0, 0, 100};
+  manipulator.MouseWheel(0, 0, 120);
+  manipulator.MouseWheel(0, 0, -120);
+  expectNear(camera.position, {0, 0, 124});  // backwards both times, and no zoom
+  EXPECT_TRUE(camera.zooms.empty());
+}
+
+TEST_F(ManipulatorTest, WheelZoomsWhenTheModeLeavesIt) {
+  const struct {
+    int mode;
+    int delta;
+    std::vector<double> zooms;
+  } cases[] = {{M::MODE_ROTATE, -120, {0.95}},
+               {M::MODE_ROTATE, 120, {1.05}},
+               {M::MODE_PAN, 1, {1.05}},
+               {M::MODE_ZOOM, 0, {}},
+               {M::MODE_NONE, -1, {0.95}}};
+  for (const auto& c : cases) {
+    camera.zooms.clear();
+    manipulator.SetMode(c.mode);
+    manipulator.MouseWheel(5, 5, c.delta);
+    EXPECT_EQ(camera.zooms, c.zooms) << "mode " << c.mode << " delta " << c.delta;
+  }
+}
+
+TEST_F(ManipulatorTest, DisabledMouseNavigationRecordsButtonsButMovesNothing) {
+  manipulator.SetMouseNavigationEnabled(false);
+  for (int mode : {M::MODE_PAN, M::MODE_ROTATE, M::MODE_ZOOM, M::MODE_DOLLY, M::MODE_SELECT_ROT_CENTRE}) {
+    manipulator.SetMode(mode);
+    manipulator.FirstButtonDown(10, 20);
+    manipulator.SecondButtonDown(30, 40);
+    manipulator.MouseMove(300, 400);
+    manipulator.MouseWheel(0, 0, 120);
+    manipulator.Apply();
+    EXPECT_TRUE(manipulator.firstButton().pressed);
+    EXPECT_EQ(manipulator.secondButton().y, 40);
+    manipulator.FirstButtonUp(1, 2);
+    manipulator.SecondButtonUp(3, 4);
+    EXPECT_FALSE(manipulator.firstButton().pressed);
+    EXPECT_EQ(manipulator.firstButton().x, 1);
+  }
+  keys.alt = true;
+  manipulator.FirstButtonDown(10, 20);
+  manipulator.MouseMove(300, 400);
+  expectNear(camera.position, {0, 0, 100});
+  EXPECT_DOUBLE_EQ(camera.orientation.w, 1);
+  EXPECT_TRUE(camera.zooms.empty());
+  EXPECT_EQ(viewport.redraws, 0);
+}
+
+TEST_F(ManipulatorTest, TheEmptyModeIgnoresInput) {
+  manipulator.SetMode(M::MODE_NONE);
+  drag(10, 10, 200, 300);
+  manipulator.Apply();
+  expectNear(camera.position, {0, 0, 100});
+  EXPECT_DOUBLE_EQ(camera.orientation.w, 1);
+}
+
+TEST_F(ManipulatorTest, RotationCentreGlidesOneStepPerApply) {
+  manipulator.SetMode(M::MODE_SELECT_ROT_CENTRE);
+  manipulator.FirstButtonDown(323, 244);  // 5 pixels from the centre
+  // Each step: (centre - clicked) / 5 * 10 = (-0.03, 0.04, 0) * 10 / 5
+  for (int i = 1; i <= 5; ++i) {
+    manipulator.Apply();
+    expectNear(camera.position, {-0.06 * i, 0.08 * i, 100});
+  }
+  EXPECT_EQ(viewport.redraws, 5);
+  manipulator.Apply();  // the end of the plan still asks for a redraw
+  EXPECT_EQ(viewport.redraws, 6);
+  manipulator.Apply();  // then nothing more
+  EXPECT_EQ(viewport.redraws, 6);
+  expectNear(camera.position, {-0.3, 0.4, 100});
+}
+
+TEST_F(ManipulatorTest, RotationCentreGlideStopsOnReleaseOrAtTheCentre) {
+  manipulator.SetMode(M::MODE_SELECT_ROT_CENTRE);
+  manipulator.FirstButtonDown(323, 244);
+  manipulator.Apply();
+  manipulator.Apply();
+  manipulator.FirstButtonUp(323, 244);
+  manipulator.Apply();
+  expectNear(camera.position, {-0.12, 0.16, 100});
+
+  viewport.redraws = 0;
+  manipulator.FirstButtonDown(320, 240);  // on the centre: no plan
+  manipulator.Apply();
+  EXPECT_EQ(viewport.redraws, 0);
+}
+
+TEST_F(ManipulatorTest, ThumbwheelTurnsUseTheOldDegreeFactor) {
+  manipulator.RotateX(90);
+  manipulator.RotateY(-10);
+  ASSERT_EQ(camera.turnsX.size(), 1u);
+  EXPECT_DOUBLE_EQ(camera.turnsX[0], 90 * 0.017444445);
+  EXPECT_DOUBLE_EQ(camera.turnsY[0], -10 * 0.017444445);
+  EXPECT_EQ(viewport.redraws, 2);
+}
+
+TEST_F(ManipulatorTest, ViewAllFitsTheSceneSphere) {
+  viewport.sphere[0] = 1;
+  viewport.sphere[1] = 2;
+  viewport.sphere[2] = 3;
+  viewport.sphere[3] = 4;
+  manipulator.ViewAll();
+  expectNear(camera.sphereCentre, {1, 2, 3});
+  EXPECT_DOUBLE_EQ(camera.sphereRadius, 4);
+  EXPECT_EQ(viewport.redraws, 1);
+}
+
+TEST_F(ManipulatorTest, NavigationControlsFlagReachesTheHolder) {
+  RecordingHolder holder;
+  manipulator.SetNavigationControlsShown(false);  // no holder yet: only the flag
+  EXPECT_FALSE(manipulator.AreNavigationControlsShown());
+  manipulator.SetHolder(&holder);
+  manipulator.SetNavigationControlsShown(true);
+  manipulator.SetNavigationControlsShown(false);
+  EXPECT_EQ(holder.calls, (std::vector<bool>{true, false}));
+}
+
+TEST_F(ManipulatorTest, ContextMenuAppearsOnlyWhenEnabled) {
+  int shown = 0;
+  auto presenter = [&shown](int, int) {
+    ++shown;
+    return 32771;
+  };
+  EXPECT_EQ(manipulator.ShowContextMenu(presenter, 5, 5), 32771);
+  EXPECT_EQ(manipulator.ShowContextMenu([](int, int) { return -1; }, 5, 5), 0);
+  manipulator.SetContextMenuEnabled(false);
+  EXPECT_EQ(manipulator.ShowContextMenu(presenter, 5, 5), 0);
+  EXPECT_EQ(shown, 1);
+}
+
+TEST_F(ManipulatorTest, AltAndCtrlKeysAreTraced) {
+  std::vector<std::string> lines;
+  TraceSink previous = SetTraceSink([&lines](std::string_view line) { lines.emplace_back(line); });
+  manipulator.KeyDown(18);
+  manipulator.KeyDown(17);
+  manipulator.KeyDown(65);
+  manipulator.KeyUp(18);
+  manipulator.KeyUp(17);
+  SetTraceSink(previous);
+  EXPECT_EQ(lines, (std::vector<std::string>{"Alt key down\n", "Ctrl key down\n", "Alt key up\n", "Ctrl key up\n"}));
+}
+
+}  // namespace
+}  // namespace quillon::test
