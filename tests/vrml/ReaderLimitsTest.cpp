@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ReaderTestSupport.h"
+
+namespace VRML {
+namespace {
+
+using test::parseScene;
+
+std::string nestedGroups(int depth) {
+  std::string text;
+  for (int i = 0; i < depth; ++i) text += "Group { children [ ";
+  text += "Shape { } ";
+  for (int i = 0; i < depth; ++i) text += "] } ";
+  return text + "\n";
+}
+
+int depthOf(const Node* node) {
+  int depth = 0;
+  while (node) {
+    ++depth;
+    const auto* group = dynamic_cast<const Group*>(node);
+    node = group && group->children() && group->children()->size() ? group->children()->nodes[0].get() : nullptr;
+  }
+  return depth;
+}
+
+TEST(ReaderLimits, NestingUpToTheLimitReads) {
+  const auto parsed = parseScene(nestedGroups(Group::kMaxDepth - 1));
+  EXPECT_EQ(depthOf(parsed.at(0)), Group::kMaxDepth);
+}
+
+TEST(ReaderLimits, NestingPastTheLimitFailsCleanly) {
+  for (int depth : {Group::kMaxDepth, 100000}) {
+    const auto parsed = parseScene(nestedGroups(depth) + "Shape { }\n");
+    EXPECT_EQ(parsed.result, 0);
+    ASSERT_EQ(parsed.size(), 1u);
+    EXPECT_EQ(parsed.at(0), nullptr);
+  }
+}
+
+TEST(ReaderLimits, UseCannotBuildPastTheNestingLimit) {
+  // A chain defined near the limit and used again deep down would nest past it.
+  const int half = Group::kMaxDepth / 2 + 10;
+  std::string text = "Group { children [ DEF A " + nestedGroups(half);
+  for (int i = 0; i < half; ++i) text += "Group { children [ ";
+  text += "USE A ";
+  for (int i = 0; i < half; ++i) text += "] } ";
+  text += "] }\n";
+  const auto parsed = parseScene(text);
+  ASSERT_EQ(parsed.size(), 1u);
+  EXPECT_EQ(parsed.at(0), nullptr);
+}
+
+TEST(ReaderLimits, RepeatedUseCannotGrowTheModelWithoutBound) {
+  // Each level doubles the previous one: 2^40 nodes if copies were unbounded.
+  std::string text = "Group { children [ DEF L0 Group { children [ Shape { } ] } ";
+  for (int i = 1; i <= 40; ++i) {
+    const std::string previous = "L" + std::to_string(i - 1);
+    text += "DEF L" + std::to_string(i) + " Group { children [ USE " + previous + " USE " + previous + " ] } ";
+  }
+  text += "] }\n";
+  const auto parsed = parseScene(text);
+  ASSERT_EQ(parsed.size(), 1u);
+  EXPECT_EQ(parsed.at(0), nullptr);
+}
+
+TEST(ReaderLimits, TextsEndingOnAClosingCharacterAreReadWithinBounds) {
+  for (const char* tail : {"Coordinate { point [ 1 2 3 ]", "Coordinate { point [ 1 2 3 ] ", "Group { children [ ]",
+                           "Group { children [ Shape { } ] }", "Switch { whichChoice 1", "Box { size 1 2 3",
+                           "Group { children [ \"", "Box { size 1 2 3e", "Viewpoint {", "Viewpoint { }"}) {
+    const auto parsed = parseScene(tail);
+    EXPECT_EQ(parsed.size(), 1u) << tail;
+  }
+  EXPECT_NE(parseScene("Coordinate { point [ 1 2 3 ]").as<Coordinate>(0), nullptr);
+}
+
+}  // namespace
+}  // namespace VRML
