@@ -116,6 +116,9 @@ ErrorCode QuillonChannelgroupDecoder::Register(const std::string& controlPathNam
   if (!receiver) return RaiseRootError(QUILLONCHANNELGROUPDECODER_REGISTER);
   if (receiver->AttachToDecoder(controlPathName, groupNumber, channelNumber, this) != HALCYON_SUCCESS)
     return RaiseError(QUILLONCHANNELGROUPDECODER_REGISTER);
+  // A host may set the thresholds before it loads a document; its mappings get them too.
+  if (meaningfulThreshold) receiver->SetMeaningfulThreshold(*meaningfulThreshold);
+  if (nominalThreshold) receiver->SetNominalThreshold(*nominalThreshold);
   return HALCYON_SUCCESS;
 }
 
@@ -200,10 +203,12 @@ void QuillonChannelgroupDecoder::ForEachReceiver(F&& f) {
 }
 
 void QuillonChannelgroupDecoder::SetMeaningfulThreshold(float threshold) {
+  meaningfulThreshold = threshold;
   ForEachReceiver([threshold](ZrValueDecodingCallbackInterface& r) { r.SetMeaningfulThreshold(threshold); });
 }
 
 void QuillonChannelgroupDecoder::SetNominalThreshold(float threshold) {
+  nominalThreshold = threshold;
   ForEachReceiver([threshold](ZrValueDecodingCallbackInterface& r) { r.SetNominalThreshold(threshold); });
 }
 

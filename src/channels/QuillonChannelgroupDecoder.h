@@ -2,6 +2,7 @@
 // The channel-group decoder: turns one message into values and hands each to its receiver.
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -89,6 +90,8 @@ class QuillonChannelgroupDecoder final : public IChannelgroupDecoder {
   Table<ZrValueDecodingCallbackInterface6D> table6D;
   Table<ZrValueDecodingCallbackInterfaceTime> tableTime;
   std::vector<UsedChannels> usedChannels;
+  std::optional<float> meaningfulThreshold;  // as the host last set them
+  std::optional<float> nominalThreshold;
 };
 
 }  // namespace quillon

@@ -222,5 +222,13 @@ TEST_F(DecoderTest, ThresholdsReachTheReceivers) {
   EXPECT_EQ(log.nominal, 0.25f);
 }
 
+TEST_F(DecoderTest, ThresholdsSetBeforeRegistrationStillReachTheReceivers) {
+  decoder.SetMeaningfulThreshold(0.75f);
+  EXPECT_NE(log.meaningful, 0.75f);
+  RegisterExample();
+  EXPECT_EQ(log.meaningful, 0.75f);
+  EXPECT_NE(log.nominal, 0.75f);  // never set, so the receivers keep their own
+}
+
 }  // namespace
 }  // namespace quillon::test
