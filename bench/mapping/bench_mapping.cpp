@@ -1,0 +1,103 @@
+// Channel values a second from quillon_SendChannels_v1 into the scene, with no render in
+// between: N mapped transforms (3D freeze routes) or N colour routes, good quality.
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "quillon/quillon.h"
+
+namespace {
+
+// A scene of `count` boxes, each its own named transform with its own material, and one route
+// per box: 3D to the transform, or 1D to the material's diffuse colour.
+std::string Document(int count, bool colour) {
+  std::string scene, routes;
+  for (int i = 0; i < count; ++i) {
+    const std::string n = std::to_string(i);
+    scene += "DEF T" + n + " Transform { translation " + std::to_string(i % 100 * 0.03) + " " +
+             std::to_string(i / 100 * 0.03) + " 0 children [ Shape { appearance Appearance { material DEF M" + n +
+             " Material { } } geometry Box { size 0.01 0.01 0.01 } } ] }\n";
+    routes += colour ? "<ExternRoute from=\"Bench [0][" + n + "][1D]\" to=\"M" + n + ".diffuseColor\"/>\n"
+                     : "<ExternRoute from=\"Bench [0][" + n + "][3D]\" to=\"T" + n + ".translation\"/>\n";
+  }
+  return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<Visualisation><Version>1.0</Version>"
+         "<Settings><RenderInvalids>freeze</RenderInvalids></Settings>"
+         "<Scene format=\"VRML97\"><![CDATA[#VRML V2.0 utf8\n" +
+         scene + "]]></Scene>\n" + routes + "</Visualisation>\n";
+}
+
+void PutDouble(std::vector<unsigned char>& m, double d) {
+  unsigned char bytes[8];
+  std::memcpy(bytes, &d, 8);
+  m.insert(m.end(), bytes, bytes + 8);
+}
+
+// One message with a value for every channel; `step` makes each message differ.
+std::vector<unsigned char> Message(int count, bool colour, int step) {
+  std::vector<unsigned char> m = {0x01,
+                                  0x00,
+                                  5,
+                                  0,
+                                  'B',
+                                  'e',
+                                  'n',
+                                  'c',
+                                  'h',
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  static_cast<unsigned char>(count & 0xFF),
+                                  static_cast<unsigned char>(count >> 8)};
+  for (int i = 0; i < count; ++i) {
+    const double v = ((i + step) % 97) / 97.0;
+    if (colour) {
+      m.push_back(1);
+      PutDouble(m, v);
+    } else {
+      m.push_back(2);
+      PutDouble(m, v);
+      PutDouble(m, 0.5 * v);
+      PutDouble(m, 0.0);
+    }
+  }
+  return m;
+}
+
+void SendChannels(benchmark::State& state, bool colour) {
+  const int count = static_cast<int>(state.range(0));
+  QuillonCtrl* ctrl = quillon_create();
+  const std::string text = Document(count, colour);
+  char* doc = const_cast<char*>(text.c_str());
+  QuillonBytes r = quillon_InitializeViewer_v1(ctrl, &doc, nullptr, nullptr);
+  quillon_free(r.data);
+  // The messages carry no quality; infinite thresholds make the decoder's one nominal.
+  quillon_SetMeaningfulThreshold(ctrl, std::numeric_limits<float>::infinity());
+  quillon_SetNominalThreshold(ctrl, std::numeric_limits<float>::infinity());
+  const std::vector<unsigned char> messages[2] = {Message(count, colour, 0), Message(count, colour, 1)};
+  int which = 0;
+  for (auto _ : state) {
+    const auto& m = messages[which ^= 1];
+    QuillonBytes result = quillon_SendChannels_v1(ctrl, m.data(), static_cast<long>(m.size()));
+    if (result.size != 0) {
+      state.SkipWithError(std::string(reinterpret_cast<char*>(result.data), result.size).c_str());
+      quillon_free(result.data);
+      break;
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * count);
+  quillon_destroy(ctrl);
+}
+
+void BM_TranslationRoutes(benchmark::State& state) { SendChannels(state, false); }
+void BM_ColourRoutes(benchmark::State& state) { SendChannels(state, true); }
+
+}  // namespace
+
+BENCHMARK(BM_TranslationRoutes)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ColourRoutes)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
+BENCHMARK_MAIN();

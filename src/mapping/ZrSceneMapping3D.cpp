@@ -1,0 +1,71 @@
+#include "mapping/ZrSceneMapping3D.h"
+
+#include "channels/ZrValue3D.h"
+#include "mapping/QualityColors.h"
+#include "mapping/ScaledFloat.h"
+#include "mapping/osgSwitchProperties.h"
+
+namespace quillon {
+
+ZrSceneMapping3D::ZrSceneMapping3D(ITranslationProperty* t, float s, IMaterialProperty* m)
+    : scale(s), translation(Ref<ITranslationProperty>::Share(t)), material(Ref<IMaterialProperty>::Share(m)) {}
+
+ZrSceneMapping::State ZrSceneMapping3D::StateOf(const ZrValue3D& value, float& x, float& y, float& z) const {
+  const bool finite =
+      ScaledFloat(value.X(), scale, x) && ScaledFloat(value.Y(), scale, y) && ScaledFloat(value.Z(), scale, z);
+  return finite ? ZrSceneMapping::StateOf(value.GetQuality()) : kNotMeaningful;
+}
+
+ZrSceneMapping3DFreeze::ZrSceneMapping3DFreeze(ITranslationProperty* t, float s, IMaterialProperty* m)
+    : ZrSceneMapping3D(t, s, m) {}
+
+void ZrSceneMapping3DFreeze::ValueDecoded(ZrValue3D* value) {
+  if (!value) return;
+  float x = 0, y = 0, z = 0;
+  const State next = StateOf(*value, x, y, z);
+  NotifyStateChange(state, next);
+  if (next == kNominal && GetNotNominalCount() == 0 && GetNotMeaningfulCount() == 0) {
+    if (translation) translation->SetTranslation(x, y, z);
+    if (material) ShowNominal(*material);
+  } else if (next == kNotMeaningful || GetNotMeaningfulCount() > 0) {
+    if (material) ShowNotMeaningful(*material);
+  } else {
+    if (translation) translation->SetTranslation(x, y, z);
+    if (material) ShowMeaningful(*material);
+  }
+  state = next;
+}
+
+ZrSceneMapping3DHide::ZrSceneMapping3DHide(ITranslationProperty* t, float s, IMaterialProperty* m, ISwitchProperty* sw)
+    : ZrSceneMapping3D(t, s, m),
+      switchProperty(Ref<ISwitchProperty>::Share(sw)),
+      showChoice(osgSwitchProperty::kShow),
+      hideChoice(osgSwitchProperty::kHide) {}
+
+void ZrSceneMapping3DHide::ValueDecoded(ZrValue3D* value) {
+  if (!value) return;
+  float x = 0, y = 0, z = 0;
+  const State next = StateOf(*value, x, y, z);
+  NotifyState1Change(state, next);
+  if (next == kNotMeaningful) {
+    if (!hidden) {
+      if (switchProperty) switchProperty->SetChoice(hideChoice);
+      hidden = true;
+    }
+  } else {
+    if (translation) translation->SetTranslation(x, y, z);
+    if (material) {
+      if (next == kNominal && GetNotNominalCount() == 0)
+        ShowNominal(*material);
+      else
+        ShowMeaningful(*material);
+    }
+    if (hidden) {
+      if (switchProperty) switchProperty->SetChoice(showChoice);
+      hidden = false;
+    }
+  }
+  state = next;
+}
+
+}  // namespace quillon

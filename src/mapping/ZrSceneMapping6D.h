@@ -1,0 +1,60 @@
+#pragma once
+// The mappings fed by 6D channels: a transform follows the frame, frozen or hidden when bad.
+
+#include <cstdint>
+
+#include "channels/ZrValueDecodingCallbackInterface.h"
+#include "mapping/IProperties.h"
+#include "mapping/ZrSceneMapping.h"
+
+namespace quillon {
+
+/// Base of the 6D mappings. Unlike the 3D ones, their display follows their own value alone;
+/// they count their degraded sources but do not consult the counts.
+class ZrSceneMapping6D : public ZrValueDecodingCallbackInterface6D, public ZrSceneMapping {
+ public:
+  void SetMeaningfulThreshold(float threshold) override { ZrSceneMapping::SetMeaningfulThreshold(threshold); }
+  void SetNominalThreshold(float threshold) override { ZrSceneMapping::SetNominalThreshold(threshold); }
+  State GetState() const { return state; }
+
+ protected:
+  ZrSceneMapping6D(ITranslationProperty* translation, IRotationProperty* rotation, float scale,
+                   IMaterialProperty* material);
+  /// The state of the value: that of its quality, or 2 when the scaled position or the
+  /// rotation is not finite. Fills the position and rotation to write.
+  State StateOf(const ZrValue6D& value, float (&position)[3], RotationMatrix& rotationMatrix) const;
+  /// Moves and turns the transform, and shows the quality of a meaningful state.
+  void Show(State next, const float (&position)[3], const RotationMatrix& rotationMatrix);
+
+  float scale;
+  Ref<ITranslationProperty> translation;
+  Ref<IRotationProperty> rotation;
+  Ref<IMaterialProperty> material;
+  State state = kUnknown;
+};
+
+/// Keeps the last good frame when a value is not meaningful, and shows it red.
+class ZrSceneMapping6DFreeze final : public ZrSceneMapping6D {
+ public:
+  ZrSceneMapping6DFreeze(ITranslationProperty* translation, IRotationProperty* rotation, float scale,
+                         IMaterialProperty* material);
+  void ValueDecoded(ZrValue6D* value) override;
+};
+
+/// Hides the node while its values are not meaningful; observers hear only of state 1, as
+/// with the 3D hide mapping.
+class ZrSceneMapping6DHide final : public ZrSceneMapping6D {
+ public:
+  ZrSceneMapping6DHide(ITranslationProperty* translation, IRotationProperty* rotation, float scale,
+                       IMaterialProperty* material, ISwitchProperty* switchProperty);
+  void ValueDecoded(ZrValue6D* value) override;
+  bool IsHidden() const { return hidden; }
+
+ private:
+  Ref<ISwitchProperty> switchProperty;
+  bool hidden = false;
+  std::int32_t showChoice;
+  std::int32_t hideChoice;
+};
+
+}  // namespace quillon

@@ -1,0 +1,188 @@
+#include <gtest/gtest.h>
+
+#include <osg/Geode>
+#include <osg/Material>
+#include <osg/Switch>
+#include <vector>
+
+#include "channels/ZrValue1D.h"
+#include "channels/ZrValue3D.h"
+#include "mapping/MaterialFields.h"
+#include "mapping/ZrSceneMapping1D.h"
+#include "mapping/ZrSceneMapping3D.h"
+#include "mapping/ZrSceneMapping6D.h"
+#include "mapping/osgSceneMappingBuilder.h"
+#include "scenegraph/TrafoTransform.h"
+#include "scenegraph/osgSceneRegistry.h"
+
+namespace quillon {
+namespace {
+
+// root ─ Base (transform) ─┬ shape with material "Paint"
+//      │                   └ Link (transform) ─ shape with its own material
+//      ├ Gripper (switch of two)
+//      └ Twice (transform used in two places)
+struct Scene {
+  Scene() {
+    paint->setName("paint");
+    base->addChild(Shape(paint.get()));
+    base->addChild(link.get());
+    link->addChild(Shape(new osg::Material));
+    root->addChild(base.get());
+    gripper->addChild(new osg::Group);
+    gripper->addChild(new osg::Group);
+    root->addChild(gripper.get());
+    root->addChild(twice.get());
+    base->addChild(twice.get());
+    registry.addNamed({"Base", NamedKind::Transform, base.get(), nullptr});
+    registry.addNamed({"Link", NamedKind::Transform, link.get(), nullptr});
+    registry.addNamed({"Twice", NamedKind::Transform, twice.get(), nullptr});
+    registry.addNamed({"Gripper", NamedKind::Switch, gripper.get(), nullptr});
+    registry.addNamed({"Paint", NamedKind::Material, paint.get(), paint->getParent(0)});
+  }
+  static osg::Geode* Shape(osg::Material* material) {
+    auto* geode = new osg::Geode;
+    geode->getOrCreateStateSet()->setAttribute(material);
+    return geode;
+  }
+  osg::ref_ptr<osg::Group> root = new osg::Group;
+  osg::ref_ptr<TrafoTransform> base = new TrafoTransform, link = new TrafoTransform, twice = new TrafoTransform;
+  osg::ref_ptr<osg::Switch> gripper = new osg::Switch;
+  osg::ref_ptr<osg::Material> paint = new osg::Material;
+  osgSceneRegistry registry;
+};
+
+RouteRecord Route(const char* node, const char* field, ChannelKind kind, bool hide = false, bool cascading = false) {
+  RouteRecord route;
+  route.targetNodeName = node;
+  route.targetFieldName = field;
+  route.channelKind = kind;
+  route.hide = hide;
+  route.cascading = cascading;
+  route.colourMap = FltMatrix(1, 3, 0.5);
+  route.invalidColour = FltMatrix(1, 3, 0.0);
+  return route;
+}
+
+template <class T>
+bool Is(const RouteRecord& route) {
+  return dynamic_cast<const T*>(route.mapping.get()) != nullptr;
+}
+
+TEST(SceneMappingBuilder, BindsByTheKindOfTheNamedNode) {
+  Scene scene;
+  using K = ChannelKind;
+  std::vector<RouteRecord> routes;
+  routes.push_back(Route("Paint", "diffuseColor", K::Kind1D));               // 0 colour
+  routes.push_back(Route("Paint", "transparency", K::Kind1D));               // 1 number
+  routes.push_back(Route("Paint", "diffuseColor", K::Kind3D));               // 2 wrong kind
+  routes.push_back(Route("Paint", "radius", K::Kind1D));                     // 3 no such field
+  routes.push_back(Route("Gripper", "", K::Kind1D));                         // 4 switch choice
+  routes.push_back(Route("Gripper", "whichChoice", K::Kind1D));              // 5 nothing, by design
+  routes.push_back(Route("Base", "", K::Kind3D));                            // 6 freeze
+  routes.push_back(Route("Link", "", K::Kind6D, true));                      // 7 6D hide
+  routes.push_back(Route("Base", "", K::Kind6D));                            // 8 already driven
+  routes.push_back(Route("Twice", "", K::Kind3D));                           // 9 used twice
+  routes.push_back(Route("Base", "translation", K::Kind1D));                 // 10 wrong kind
+  routes.push_back(Route("Nowhere", "diffuseColor", K::Kind1D));             // 11 unknown node
+  routes.push_back(Route("Gripper", "", K::KindTime));                       // 12 time
+  routes.push_back(Route("Base", "emissiveColor", K::Kind1D, false, true));  // 13 cascade
+  routes.push_back(Route("Base", "whichChoice", K::Kind1D, false, true));    // 14 cascade, no material field
+  osgSceneMappingBuilder::Bind(scene.registry, routes);
+
+  EXPECT_TRUE(Is<ZrSceneMapping1DSFColor>(routes[0]));
+  EXPECT_TRUE(Is<ZrSceneMapping1DSFFloat>(routes[1]));
+  EXPECT_TRUE(Is<ZrSceneMapping1DSFInt32>(routes[4]));
+  EXPECT_TRUE(Is<ZrSceneMapping3DFreeze>(routes[6]));
+  EXPECT_TRUE(Is<ZrSceneMapping6DHide>(routes[7]));
+  EXPECT_TRUE(Is<ZrSceneMapping1DSFColor>(routes[13]));
+  for (int unbound : {2, 3, 5, 8, 9, 10, 11, 12, 14}) EXPECT_FALSE(routes[unbound].mapping) << unbound;
+  // The switch route made the switch show nothing until its first value.
+  EXPECT_FALSE(scene.gripper->getValue(0) || scene.gripper->getValue(1));
+}
+
+TEST(SceneMappingBuilder, MappedTransformGetsOneSwitchAndAQualityMaterial) {
+  Scene scene;
+  std::vector<RouteRecord> routes;
+  routes.push_back(Route("Base", "", ChannelKind::Kind3D));
+  osgSceneMappingBuilder::Bind(scene.registry, routes);
+
+  ASSERT_EQ(scene.root->getNumChildren(), 3u);  // siblings keep their places
+  auto* inserted = dynamic_cast<osg::Switch*>(scene.root->getChild(0));
+  ASSERT_NE(inserted, nullptr);
+  EXPECT_EQ(scene.root->getChild(1), scene.gripper.get());
+  ASSERT_EQ(inserted->getNumChildren(), 1u);
+  EXPECT_EQ(inserted->getChild(0), scene.base.get());
+  EXPECT_TRUE(inserted->getValue(0));
+  ASSERT_EQ(scene.base->getNumParents(), 1u);
+
+  auto* quality = dynamic_cast<osg::Material*>(inserted->getStateSet()->getAttribute(osg::StateAttribute::MATERIAL));
+  ASSERT_NE(quality, nullptr);
+  EXPECT_EQ(quality->getName(), kQualityMaterialName);
+
+  // Good values move the transform (metres into millimetres) and turn it green; bad ones
+  // freeze it red.
+  auto& mapping = dynamic_cast<ZrSceneMapping3DFreeze&>(*routes[0].mapping);
+  ZrValue3D value;
+  value.SetPosition(0.5, 0, 0);
+  value.SetQuality(0);
+  mapping.ValueDecoded(&value);
+  EXPECT_NEAR(scene.base->getMatrix().getTrans().x(), 500.0, 1e-4);
+  EXPECT_EQ(quality->getDiffuse(osg::Material::FRONT), osg::Vec4(0, 1, 0, 1));
+  value.SetPosition(0.7, 0, 0);
+  value.SetQuality(1000);
+  mapping.ValueDecoded(&value);
+  EXPECT_NEAR(scene.base->getMatrix().getTrans().x(), 500.0, 1e-4);
+  EXPECT_EQ(quality->getDiffuse(osg::Material::FRONT), osg::Vec4(1, 0, 0, 0.5f));
+}
+
+TEST(SceneMappingBuilder, TransformsBelowObserveTheOnesAbove) {
+  Scene scene;
+  osg::ref_ptr<TrafoTransform> tip = new TrafoTransform;
+  scene.link->addChild(tip.get());
+  scene.registry.addNamed({"Tip", NamedKind::Transform, tip.get(), nullptr});
+  std::vector<RouteRecord> routes;
+  routes.push_back(Route("Tip", "", ChannelKind::Kind3D));  // listed first: the order of routes does not matter
+  routes.push_back(Route("Base", "", ChannelKind::Kind3D));
+  routes.push_back(Route("Link", "", ChannelKind::Kind3D));
+  osgSceneMappingBuilder::Bind(scene.registry, routes);
+  auto& tipMapping = dynamic_cast<ZrSceneMapping3D&>(*routes[0].mapping);
+  auto& baseMapping = dynamic_cast<ZrSceneMapping3D&>(*routes[1].mapping);
+  auto& linkMapping = dynamic_cast<ZrSceneMapping3D&>(*routes[2].mapping);
+  EXPECT_EQ(baseMapping.GetObservers().size(), 2u);
+  EXPECT_EQ(linkMapping.GetObservers(), std::vector<ZrSceneMapping*>{&tipMapping});
+  EXPECT_TRUE(tipMapping.GetObservers().empty());
+
+  // The base fails: the whole chain shows red, although the tip's own value is good.
+  ZrValue3D bad, good;
+  bad.SetPosition(0, 0, 0);
+  bad.SetQuality(1000);
+  good.SetPosition(0.1, 0, 0);
+  good.SetQuality(0);
+  baseMapping.ValueDecoded(&bad);
+  linkMapping.ValueDecoded(&good);
+  tipMapping.ValueDecoded(&good);
+  EXPECT_EQ(tipMapping.GetNotMeaningfulCount(), 1u);
+  EXPECT_EQ(tipMapping.GetState(), ZrSceneMapping::kNominal);
+  EXPECT_NEAR(tip->getMatrix().getTrans().x(), 0.0, 1e-9);  // frozen where it was
+}
+
+TEST(SceneMappingBuilder, RoutedMaterialsKeepTheirColourUnderAQualityMaterial) {
+  Scene scene;
+  std::vector<RouteRecord> routes;
+  routes.push_back(Route("Paint", "diffuseColor", ChannelKind::Kind1D));
+  routes.push_back(Route("Base", "", ChannelKind::Kind3D));
+  osgSceneMappingBuilder::Bind(scene.registry, routes);
+  const auto* pair = scene.paint->getParent(0)->getAttributePair(osg::StateAttribute::MATERIAL);
+  ASSERT_NE(pair, nullptr);
+  EXPECT_TRUE(pair->second & osg::StateAttribute::PROTECTED);
+
+  ZrValue1D value;
+  value.SetValue(0.3);
+  value.SetQuality(0);
+  dynamic_cast<ZrSceneMapping1DSFColor&>(*routes[0].mapping).ValueDecoded(&value);
+  EXPECT_EQ(scene.paint->getDiffuse(osg::Material::BACK), osg::Vec4(0.5f, 0.5f, 0.5f, 1.0f));
+}
+
+}  // namespace
+}  // namespace quillon
