@@ -1,0 +1,301 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "channels/ZrValueDecodingCallbackInterface.h"
+#include "core/Trace.h"
+#include "core/ZrErrorHandler.h"
+#include "core/ZrErrorMap.h"
+#include "scenegraph/ISGBuilder.h"
+#include "scenegraph/ISceneGraphImplementor.h"
+#include "scenegraph/osgFakeCamera.h"
+#include "visualisation/DocumentErrorCodes.h"
+#include "visualisation/IMappingRegistrar.h"
+#include "visualisation/ISceneMappingBuilder.h"
+#include "visualisation/ZrXMLParser.h"
+
+namespace quillon {
+namespace {
+
+const std::string kScene = "<Scene format=\"VRML97\"><![CDATA[#VRML V2.0 utf8\nDEF T Transform { }]]></Scene>";
+
+std::string Doc(const std::string& body) { return "<Visualisation><Version>1.0</Version>" + body + "</Visualisation>"; }
+std::string Route(const std::string& from, const std::string& to, const std::string& rest = "/>") {
+  return "<ExternRoute from=\"" + from + "\" to=\"" + to + "\"" + rest;
+}
+
+struct Mapping : ZrValueDecodingCallbackInterface {
+  ErrorCode AttachToDecoder(const std::string&, std::int32_t, std::uint32_t, IChannelgroupDecoder*) override {
+    return 0;
+  }
+};
+
+struct Registrar : IMappingRegistrar {
+  ErrorCode RegisterInDecoder(const std::string& name, std::int32_t group, std::uint32_t channel,
+                              std::unique_ptr<ZrValueDecodingCallbackInterface> mapping) override {
+    registered.push_back(name + "/" + std::to_string(group) + "/" + std::to_string(channel));
+    mappings.push_back(std::move(mapping));
+    return static_cast<int>(registered.size()) == failAt ? RaiseRootError(1290301) : 0;
+  }
+  void ClearMappings() override { ++clears; }
+  std::vector<std::string> registered;
+  std::vector<std::unique_ptr<ZrValueDecodingCallbackInterface>> mappings;
+  int clears = 0;
+  int failAt = 0;
+};
+
+// A holder whose builders record their calls; the mapping builder binds every route whose
+// field is not "unbound".
+struct Holder : ISceneGraphImplementor, ISGBuilder, ISceneMappingBuilder {
+  bool build(const VRML::Group&) override { return ++sceneBuilds, sceneOk; }
+  bool build(std::vector<RouteRecord>& routes) override {
+    for (RouteRecord& r : routes)
+      if (r.targetFieldName != "unbound") r.mapping = std::make_unique<Mapping>();
+    return true;
+  }
+  void initialize() override {}
+  void terminate() override {}
+  ICamera& camera() override { return fakeCamera; }
+  ISGBuilder* sceneGraphBuilder() override { return this; }
+  ISceneMappingBuilder* sceneMappingBuilder() override { return this; }
+  IViewportManipulator* viewportManipulator() override { return nullptr; }
+  void attachToWindow(std::unique_ptr<IRenderArea>) override {}
+  void detachFromWindow() override {}
+  void setBackgroundColours(float, float, float, float, float, float) override {}
+  void clearRegistries() override {}
+  void refresh(int) override {}
+  void render() override {}
+  void boundingSphere(float&, float&, float&, float&) override {}
+  IRenderArea* renderArea() override { return nullptr; }
+  bool setSwitchChoice(const std::string&, int) override { return false; }
+  void setForegroundOverride(bool, float, float, float) override {}
+  osgFakeCamera fakeCamera;
+  int sceneBuilds = 0;
+  bool sceneOk = true;
+};
+
+struct Fault {
+  const char* name;
+  std::string document;
+  ErrorCode code;
+  const char* bracketed;  // the text between the markers; null: no annotation
+};
+
+class ParseFault : public ::testing::TestWithParam<Fault> {};
+
+TEST_P(ParseFault, RaisesItsCodeFirstAndMarksTheElement) {
+  const Fault& f = GetParam();
+  ZrXMLParser parser;
+  Registrar registrar;
+  std::string annotated = "stale", needed = "stale";
+  EXPECT_EQ(parser.Parse(registrar, f.document, &annotated, &needed), f.code);
+  ASSERT_GE(ZrErrorHandler::Instance().Count(), 1);
+  EXPECT_EQ(ZrErrorHandler::Instance().CodeAt(0), f.code);
+  EXPECT_EQ(registrar.clears, 0);
+  if (!f.bracketed) {
+    EXPECT_EQ(annotated, "");
+    return;
+  }
+  const std::string marked = std::string("<!--begin_offending_input-->") + f.bracketed + "<!--end_offending_input-->";
+  EXPECT_NE(annotated.find(marked), std::string::npos) << annotated;
+  // Apart from the markers, the document is handed back unchanged.
+  std::string unmarked = annotated;
+  for (const char* m : {"<!--begin_offending_input-->", "<!--end_offending_input-->"})
+    unmarked.erase(unmarked.find(m), std::string(m).size());
+  EXPECT_EQ(unmarked, f.document);
+}
+
+const std::string kBadFromDoc = Doc(kScene + Route("P [1][2][1D]", "T") + Route("Probe1[2][5][1D]", "T"));
+
+INSTANTIATE_TEST_SUITE_P(
+    ZrXMLParser, ParseFault,
+    ::testing::Values(
+        Fault{"NotWellFormed", "<Visualisation>", 1290800, nullptr}, Fault{"OtherRoot", "<Visual/>", 1290805, nullptr},
+        Fault{"TwoVisualisations", "<Visualisation><Visualisation></Visualisation></Visualisation>", 1290818,
+              "<Visualisation><Visualisation></Visualisation></Visualisation>"},
+        Fault{"TwoLabels", Doc("<Label>a</Label><Label>b</Label>"), 1290818, "<Label>b</Label>"},
+        Fault{"NoVersion", "<Visualisation><Label>a</Label>" + kScene + "</Visualisation>", 1290818, ""},
+        Fault{"VersionBeforeLabel", "<Visualisation><Version>1.0</Version><Label>a</Label></Visualisation>", 1290818,
+              ""},
+        Fault{"TwoVersions", Doc("<Version>1.0</Version>"), 1290825, "<Version>1.0</Version>"},
+        Fault{"VersionNotExact", "<Visualisation><Version>1.0 </Version></Visualisation>", 1290826,
+              "<Version>1.0 </Version>"},
+        Fault{"TwoSettings", Doc("<Settings/><Settings/>"), 1290820, "<Settings/>"},
+        Fault{"TwoRenderInvalids",
+              Doc("<Settings><RenderInvalids>hide</RenderInvalids><RenderInvalids>x</RenderInvalids></Settings>"),
+              1290821, "<RenderInvalids>x</RenderInvalids>"},
+        Fault{"RenderInvalidsCase", Doc("<Settings><RenderInvalids>Hide</RenderInvalids></Settings>"), 1290812,
+              "<RenderInvalids>Hide</RenderInvalids>"},
+        Fault{"ColourMapTwoColumns", Doc("<Settings><ColourMap>[1, 0; 0, 1]</ColourMap></Settings>"), 1290806,
+              "<ColourMap>[1, 0; 0, 1]</ColourMap>"},
+        Fault{"TwoColourMaps", Doc("<Settings><ColourMap>[1,0,0]</ColourMap><ColourMap/></Settings>"), 1290822,
+              "<ColourMap/>"},
+        Fault{"InvalidColourTwoRows", Doc("<Settings><InvalidColourMap>[1,0,0;0,1,0]</InvalidColourMap></Settings>"),
+              1290807, "<InvalidColourMap>[1,0,0;0,1,0]</InvalidColourMap>"},
+        Fault{"InvalidColourUnreadable", Doc("<Settings><InvalidColourMap>[1,0,0</InvalidColourMap></Settings>"),
+              1290807, "<InvalidColourMap>[1,0,0</InvalidColourMap>"},
+        Fault{"TwoInvalidColours", Doc("<Settings><InvalidColourMap/><InvalidColourMap/></Settings>"), 1290823,
+              "<InvalidColourMap/>"},
+        Fault{"NoScene", Doc("<Settings/>"), 1290808, ""},
+        Fault{"TwoScenes", Doc(kScene + "<Scene/>"), 1290824, "<Scene/>"},
+        Fault{"SceneFormatCase", Doc("<Scene format='vrml97'>x</Scene>"), 1290830, "<Scene format='vrml97'>x</Scene>"},
+        Fault{"SceneWithoutFormat", Doc("<Scene>x</Scene>"), 1290830, "<Scene>x</Scene>"},
+        Fault{"SceneWithChildren", Doc("<Scene format='VRML97'><a/></Scene>"), 1290808,
+              "<Scene format='VRML97'><a/></Scene>"},
+        Fault{"SceneDoesNotRead", Doc("<Scene format='VRML97'>no scene here</Scene>"), 1290808, nullptr},
+        Fault{"NoFrom", Doc(kScene + "<ExternRoute to='T'/>"), 1290801, "<ExternRoute to='T'/>"},
+        Fault{"FromWithoutBlank", kBadFromDoc, 1290803, "<ExternRoute from=\"Probe1[2][5][1D]\" to=\"T\"/>"},
+        Fault{"FromNineCharacters", Doc(kScene + Route("P [123456789][5][1D]", "T")), 1290803,
+              "<ExternRoute from=\"P [123456789][5][1D]\" to=\"T\"/>"},
+        Fault{"FromKind2D", Doc(kScene + Route("P [1][5][2D]", "T")), 1290803,
+              "<ExternRoute from=\"P [1][5][2D]\" to=\"T\"/>"},
+        Fault{"FromNameDigitFirst", Doc(kScene + Route("1P [1][5][1D]", "T")), 1290803,
+              "<ExternRoute from=\"1P [1][5][1D]\" to=\"T\"/>"},
+        Fault{"FromNotANumber", Doc(kScene + Route("P [x][5][1D]", "T")), 1290803,
+              "<ExternRoute from=\"P [x][5][1D]\" to=\"T\"/>"},
+        Fault{"FromEmptyBracket", Doc(kScene + Route("P [1][][1D]", "T")), 1290803,
+              "<ExternRoute from=\"P [1][][1D]\" to=\"T\"/>"},
+        Fault{"FromNoKind", Doc(kScene + Route("P [1][2]", "T")), 1290803, "<ExternRoute from=\"P [1][2]\" to=\"T\"/>"},
+        Fault{"NoTo", Doc(kScene + "<ExternRoute from='P [1][2][1D]'/>"), 1290802,
+              "<ExternRoute from='P [1][2][1D]'/>"},
+        Fault{"ToWithBlank", Doc(kScene + Route("P [1][2][1D]", "T .x")), 1290804,
+              "<ExternRoute from=\"P [1][2][1D]\" to=\"T .x\"/>"},
+        Fault{"ToTwoDots", Doc(kScene + Route("P [1][2][1D]", "T.x.y")), 1290804,
+              "<ExternRoute from=\"P [1][2][1D]\" to=\"T.x.y\"/>"},
+        Fault{"ToNoNode", Doc(kScene + Route("P [1][2][1D]", ".x")), 1290804,
+              "<ExternRoute from=\"P [1][2][1D]\" to=\".x\"/>"},
+        Fault{"ToEndsInDot", Doc(kScene + Route("P [1][2][1D]", "T.")), 1290816, nullptr},
+        Fault{"RouteColourMap", Doc(kScene + Route("P [1][2][1D]", "T", "><ColourMap>[1]</ColourMap></ExternRoute>")),
+              1290806, "<ColourMap>[1]</ColourMap>"},
+        Fault{"RouteTwoColourMaps",
+              Doc(kScene + Route("P [1][2][1D]", "T", "><ColourMap/><ColourMap>2</ColourMap></ExternRoute>")), 1290828,
+              "<ColourMap>2</ColourMap>"},
+        Fault{"RouteTwoInvalidColours",
+              Doc(kScene + Route("P [1][2][1D]", "T", "><InvalidColourMap/><InvalidColourMap/></ExternRoute>")),
+              1290829, "<InvalidColourMap/>"},
+        Fault{"ScaleMinusZero", Doc(kScene + Route("P [1][2][1D]", "T", " scale='-0'/>")), 1290810,
+              "<ExternRoute from=\"P [1][2][1D]\" to=\"T\" scale='-0'/>"},
+        Fault{"ScaleNotANumber", Doc(kScene + Route("P [1][2][1D]", "T", " scale='nan'/>")), 1290810,
+              "<ExternRoute from=\"P [1][2][1D]\" to=\"T\" scale='nan'/>"},
+        Fault{"CascadingRoute", Doc(kScene + "<ExternRouteToChildren from='P' to='T'/>"), 1290803,
+              "<ExternRouteToChildren from='P' to='T'/>"}),
+    [](const auto& param) { return std::string(param.param.name); });
+
+TEST(ZrXMLParser, CollectsSettingsAndRoutesInDocumentOrder) {
+  const std::string document =
+      Doc(kScene + "<ExternRouteToChildren from='Early [9][9][1D]' to='M'/>" +
+          Route("Probe_1 [2][5][3D]", "T.translation", " scale='2x'/>") +
+          Route("P [-0][+0][Time]", "T", " scale='0.0'><ColourMap>[0,0,1]</ColourMap></ExternRoute>") +
+          "<ExternRouteToChildren from='Q [7][1][1D]' to='M.diffuseColor'/>");
+  ZrXMLParser parser;
+  Registrar registrar;
+  std::string annotated, needed;
+  ASSERT_EQ(parser.Parse(registrar, document, &annotated, &needed), 0);
+  EXPECT_EQ(annotated, "");
+  EXPECT_EQ(needed, "[Probe_1, 2][P, -0][Q, 7]");
+  EXPECT_TRUE(parser.RenderInvalidsHide());
+  ASSERT_EQ(parser.DefaultColourMap().Rows(), 9u);
+  EXPECT_EQ(parser.DefaultColourMap()(4, 0), 0.5);
+  EXPECT_EQ(parser.DefaultColourMap()(4, 1), 1.0);
+  EXPECT_EQ(parser.DefaultColourMap()(8, 0), 0.5);
+  FltMatrix red(1, 3);
+  red(0, 0) = 1;
+  EXPECT_EQ(parser.DefaultInvalidColour(), red);
+
+  const auto& routes = parser.Routes();
+  ASSERT_EQ(routes.size(), 3u);  // a cascading route in front of the plain ones is not seen
+  EXPECT_EQ(routes[0].controlPathName, "Probe_1");
+  EXPECT_EQ(routes[0].groupNumber, 2);
+  EXPECT_EQ(routes[0].channelNumber, 5u);
+  EXPECT_EQ(routes[0].channelKind, ChannelKind::Kind3D);
+  EXPECT_EQ(routes[0].targetNodeName, "T");
+  EXPECT_EQ(routes[0].targetFieldName, "translation");
+  EXPECT_EQ(routes[0].scale, 2.0);
+  EXPECT_EQ(routes[0].colourMap, parser.DefaultColourMap());
+  EXPECT_EQ(routes[1].channelKind, ChannelKind::KindTime);
+  EXPECT_EQ(routes[1].targetFieldName, "");
+  EXPECT_EQ(routes[1].scale, 0.0);
+  EXPECT_EQ(routes[1].colourMap.Rows(), 1u);
+  EXPECT_EQ(routes[1].colourMap(0, 2), 1.0);
+  EXPECT_FALSE(routes[1].cascading);
+  EXPECT_TRUE(routes[2].cascading);
+  EXPECT_EQ(routes[2].channelKind, ChannelKind::Kind1D);
+  // Without a scene-graph holder nothing is bound, and so nothing is registered.
+  EXPECT_EQ(registrar.clears, 1);
+  EXPECT_TRUE(registrar.registered.empty());
+}
+
+TEST(ZrXMLParser, ReadsTheSettingsItIsGiven) {
+  ZrXMLParser parser;
+  Registrar registrar;
+  ASSERT_EQ(parser.Parse(registrar,
+                         "<Visualisation><Label>a &amp; b</Label><Version>1.0</Version><Settings>"
+                         "<RenderInvalids>freeze</RenderInvalids><ColourMap>[0,0,0;1,1,1]</ColourMap>"
+                         "<InvalidColourMap>[0, 1, 0]</InvalidColourMap></Settings>" +
+                             kScene + Route("P [1][2][1D]", "T") + "</Visualisation>",
+                         nullptr, nullptr),
+            0);
+  EXPECT_EQ(parser.Label(), "a & b");
+  EXPECT_FALSE(parser.RenderInvalidsHide());
+  EXPECT_EQ(parser.DefaultColourMap().Rows(), 2u);
+  EXPECT_EQ(parser.DefaultInvalidColour()(0, 1), 1.0);
+  ASSERT_EQ(parser.Routes().size(), 1u);
+  EXPECT_FALSE(parser.Routes()[0].hide);
+  EXPECT_EQ(parser.Routes()[0].invalidColour, parser.DefaultInvalidColour());
+}
+
+TEST(ZrXMLParser, RegistersWhatTheBuilderBoundAndGoesOnAfterAFailure) {
+  Holder holder;
+  ZrXMLParser parser(&holder);
+  Registrar registrar;
+  registrar.failAt = 1;
+  const std::string document =
+      Doc(kScene + Route("A [1][0][1D]", "T.x") + Route("B [1][1][1D]", "T.unbound") + Route("C [-3][2][6D]", "T"));
+  ASSERT_EQ(parser.Parse(registrar, document, nullptr, nullptr), 0);
+  EXPECT_EQ(holder.sceneBuilds, 1);
+  EXPECT_EQ(registrar.clears, 1);
+  EXPECT_EQ(registrar.registered, (std::vector<std::string>{"A/1/0", "C/-3/2"}));
+
+  // Without routes the mappings registered before stay.
+  ASSERT_EQ(parser.Parse(registrar, Doc(kScene), nullptr, nullptr), 0);
+  EXPECT_EQ(registrar.clears, 1);
+
+  holder.sceneOk = false;
+  std::string annotated;
+  EXPECT_EQ(parser.Parse(registrar, document, &annotated, nullptr), 1290808);
+  EXPECT_EQ(annotated, "");
+  EXPECT_EQ(registrar.clears, 1);
+}
+
+TEST(ZrXMLParser, TracesBothLoadingTimes) {
+  std::vector<std::string> lines;
+  TraceSink previous = SetTraceSink([&](std::string_view line) { lines.emplace_back(line); });
+  ZrXMLParser parser;
+  Registrar registrar;
+  EXPECT_EQ(parser.Parse(registrar, Doc(kScene), nullptr, nullptr), 0);
+  SetTraceSink(previous);
+  ASSERT_EQ(lines.size(), 2u);
+  double seconds = -1;
+  EXPECT_EQ(std::sscanf(lines[0].c_str(), "Loading of VRML scene took %lf secs.\n", &seconds), 1) << lines[0];
+  EXPECT_GE(seconds, 0.0);
+  EXPECT_TRUE(lines[0].ends_with(" secs.\n"));
+  EXPECT_EQ(std::sscanf(lines[1].c_str(), "Total loading of scene took %lf secs\n", &seconds), 1) << lines[1];
+  EXPECT_TRUE(lines[1].ends_with(" secs\n"));
+}
+
+TEST(ZrXMLParser, EveryCodeIsInTheMessageRegistry) {
+  for (const ErrorDefinition& d : kDocumentErrors) EXPECT_EQ(ZrErrorMap::GetMessage(d.code), d.message);
+  EXPECT_EQ(kDocumentErrors.size(), 46u);
+  EXPECT_EQ(ZrErrorMap::GetMessage(ZRVISUALISATIONXMLREADER_PARSE_EMPTYTARGETATTRIBUTE),
+            "ZrXMLParser::Parse() Error \n\t An empty target attribute name is forbidden. Leave away the dot after "
+            "the target node name when you want to use optional target field names. "
+            "(ZRVISUALISATIONXMLREADER_PARSE_EMPTYTARGETATTRIBUTE)");
+  EXPECT_EQ(ZrErrorMap::GetMessage(ZRVISUALISATIONXMLREADER_CONSTRUCTLISTOFALLNAMESINTREE),
+            "ZrXMLParser::ConstructListOfAllNamesInTree() Error \n\t "
+            "(ZRVISUALISATIONXMLREADER_CONSTRUCTLISTOFALLNAMESINTREE)");
+}
+
+}  // namespace
+}  // namespace quillon
