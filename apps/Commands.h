@@ -9,6 +9,9 @@ namespace quillon::app {
 /// Sets `run` to the subcommand's action; its result is the exit status.
 using Action = std::function<int()>;
 
+void addCheckCommand(CLI::App& app, Action& run);
 void addDemoCommand(CLI::App& app, Action& run);
+void addRenderCommand(CLI::App& app, Action& run);
+void addViewCommand(CLI::App& app, Action& run);
 
 }  // namespace quillon::app

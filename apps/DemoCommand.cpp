@@ -1,46 +1,53 @@
-// quillon demo: the bundled example.
-#include <fstream>
+// quillon demo: the bundled example, drawn headlessly into a PNG image.
+#include <filesystem>
 #include <iostream>
-#include <sstream>
+#include <memory>
 #include <string>
 
 #include "Commands.h"
-#include "quillon/quillon.h"
+#include "RenderSupport.h"
 
 namespace quillon::app {
 namespace {
 
-int runDemo() {
-  const std::string path = std::string(QUILLON_EXAMPLES_DIR) + "/basic.xml";
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    std::cerr << "quillon: cannot read " << path << '\n';
+int runDemo(const std::string& outputDir) {
+  const std::string path = std::string(QUILLON_EXAMPLES_DIR) + "/scene_tour.xml";
+  std::string xml;
+  if (!ReadFile(path, xml)) {
+    std::cerr << "quillon demo: cannot read " << path << '\n';
     return 2;
   }
-  std::ostringstream text;
-  text << in.rdbuf();
-  std::string xml = text.str();
+  std::error_code ec;
+  const std::filesystem::path dir =
+      outputDir.empty() ? std::filesystem::temp_directory_path(ec) / "quillon-demo" : std::filesystem::path(outputDir);
+  std::filesystem::create_directories(dir, ec);
+  const std::string image = (dir / "scene_tour.png").string();
 
-  QuillonCtrl* ctrl = quillon_create();
-  char* document = xml.data();
-  char* annotated = nullptr;
-  char* groups = nullptr;
-  QuillonBytes result = quillon_InitializeViewer_v1(ctrl, &document, &annotated, &groups);
-  std::cout << "Loaded " << path << '\n' << "Needed channel groups: " << (groups ? groups : "") << '\n';
-  quillon_free(result.data);
-  quillon_free(annotated);
-  quillon_free(groups);
-  const int window = quillon_create_window(ctrl, 0, 800, 600);
-  std::cout << (window == 0 ? "Offscreen window ready\n" : "No render area in this build yet\n");
-  quillon_destroy(ctrl);
+  OffscreenViewer viewer(800, 600);
+  if (!viewer.ok()) {
+    std::cerr << "quillon demo: no offscreen render area (EGL) on this machine\n";
+    return 1;
+  }
+  if (!viewer.load(xml)) {
+    std::cerr << "quillon demo: the example was refused:\n" << viewer.errorText() << '\n';
+    return 1;
+  }
+  viewer.viewAll();
+  if (!viewer.writePng(image)) {
+    std::cerr << "quillon demo: cannot write " << image << '\n';
+    return 1;
+  }
+  std::cout << "Rendered " << path << "\ninto " << image << '\n';
   return 0;
 }
 
 }  // namespace
 
 void addDemoCommand(CLI::App& app, Action& run) {
-  CLI::App* cmd = app.add_subcommand("demo", "Run the bundled example");
-  cmd->callback([&run] { run = runDemo; });
+  auto outputDir = std::make_shared<std::string>();
+  CLI::App* cmd = app.add_subcommand("demo", "Render the bundled example to a PNG image, headlessly");
+  cmd->add_option("--out", *outputDir, "Folder for the image (default: quillon-demo in the temporary folder)");
+  cmd->callback([&run, outputDir] { run = [outputDir] { return runDemo(*outputDir); }; });
 }
 
 }  // namespace quillon::app

@@ -2,17 +2,25 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <regex>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "Commands.h"
 #include "channels/ChannelStream.h"
+#include "ui/cStreamReplay.h"
 #include "ui/qt/QuillonWidget.h"
+#include "ui/qt/cRenderAreaPanel.h"
+#include "ui/qt/cViewerHolderWnd.h"
 
 namespace quillon::app {
 namespace {
@@ -21,6 +29,8 @@ struct ViewOptions {
   std::string document;
   std::string stream;
   double speed = 1.0;
+  double duration = 0;  // seconds; 0 runs until the window is closed
+  bool reportFps = false;
 };
 
 bool readFile(const std::string& path, std::string& text) {
@@ -38,53 +48,158 @@ std::string labelOf(const std::string& xml) {
   return std::regex_search(xml, match, label) ? match[1].str() : std::string();
 }
 
-/// Sends every message that is due by the replay clock, so a stream faster than the frames
-/// only has its latest values drawn; counts the messages of the last second for the title.
+/// Sends what is due by the replay clock on a short timer, never more than the latest message of
+/// each group at a time, so the event loop is never held up by the stream and a stream faster
+/// than the frames only has its latest values drawn. The title shows the messages per second.
 class Replay {
  public:
   Replay(QuillonWidget& widget, std::vector<ChannelStreamRecord> messages, double factor, QString title)
-      : viewer(widget), records(std::move(messages)), speed(factor), label(std::move(title)) {}
+      : viewer(widget), stream(std::move(messages)), speed(factor), label(std::move(title)) {}
 
   void start() {
     clock.start();
     second.start();
     QObject::connect(&timer, &QTimer::timeout, &timer, [this] { tick(); });
-    timer.start(5);
+    timer.start(kTickMs);
     showRate();
   }
 
+  /// Counted from the last call of restartCounts.
+  std::size_t messagesDue() const { return stream.passed() - dueBefore; }
+  std::size_t messagesDecoded() const { return decoded - decodedBefore; }
+  void restartCounts() {
+    dueBefore = stream.passed();
+    decodedBefore = decoded;
+  }
+
  private:
+  static constexpr int kTickMs = 5;
+
   void tick() {
     const auto now = static_cast<std::uint64_t>(static_cast<double>(clock.nsecsElapsed()) / 1000.0 * speed);
-    while (next < records.size() && records[next].timeMicroseconds <= now) {
-      const ChannelStreamRecord& record = records[next++];
-      viewer.sendChannels(record.message.data(), record.message.size());
-      ++sent;
+    const std::size_t before = stream.passed();
+    for (const ChannelStreamRecord* record : stream.due(now)) {
+      viewer.sendChannels(record->message.data(), record->message.size());
+      ++decoded;
     }
+    sent += stream.passed() - before;
     if (second.elapsed() >= 1000) showRate();
-    if (next == records.size()) {
+    if (stream.finished()) {
       timer.stop();
       showRate();
     }
   }
 
   void showRate() {
-    const double rate = second.elapsed() > 0 ? sent * 1000.0 / static_cast<double>(second.elapsed()) : 0.0;
+    const double rate =
+        second.elapsed() > 0 ? static_cast<double>(sent) * 1000.0 / static_cast<double>(second.elapsed()) : 0.0;
     viewer.window()->setWindowTitle(QStringLiteral("%1 — %2 messages/s").arg(label).arg(rate, 0, 'f', 0));
     sent = 0;
     second.restart();
   }
 
   QuillonWidget& viewer;
-  std::vector<ChannelStreamRecord> records;
+  cStreamReplay stream;
   double speed;
   QString label;
-  std::size_t next = 0;
-  int sent = 0;
+  std::size_t sent = 0;
+  std::size_t decoded = 0;
+  std::size_t dueBefore = 0;
+  std::size_t decodedBefore = 0;
   QTimer timer;
   QElapsedTimer clock;
   QElapsedTimer second;
 };
+
+/// Measures how long input waits for the event loop: a thread of its own posts an event every
+/// few milliseconds, as the window system's input arrives whatever the loop is doing, and the
+/// loop stamps its delivery.
+class InputProbe final : public QObject {
+ public:
+  InputProbe() {
+    poster = std::thread([this] {
+      while (!stop) {
+        QCoreApplication::postEvent(this, new Stamp(steady::now()));
+        std::this_thread::sleep_for(std::chrono::milliseconds(7));
+      }
+    });
+  }
+  ~InputProbe() override {
+    stop = true;
+    poster.join();
+    QCoreApplication::removePostedEvents(this);
+  }
+
+  long events = 0;
+  double longestWaitMs = 0;
+  double totalWaitMs = 0;
+
+ protected:
+  bool event(QEvent* e) override {
+    if (e->type() != kStampType) return QObject::event(e);
+    const double waited =
+        std::chrono::duration<double, std::milli>(steady::now() - static_cast<Stamp*>(e)->posted).count();
+    ++events;
+    totalWaitMs += waited;
+    longestWaitMs = std::max(longestWaitMs, waited);
+    return true;
+  }
+
+ private:
+  using steady = std::chrono::steady_clock;
+  static constexpr QEvent::Type kStampType = static_cast<QEvent::Type>(QEvent::User + 81);
+  struct Stamp final : QEvent {
+    explicit Stamp(steady::time_point at) : QEvent(kStampType), posted(at) {}
+    steady::time_point posted;
+  };
+
+  std::atomic<bool> stop{false};
+  std::thread poster;
+};
+
+/// Times every frame of the top-level windows from the update request to the end of its
+/// presentation, which the scene's draw alone does not cover.
+class ViewerApplication final : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  long frames = 0;
+  double totalMs = 0;
+  double longestMs = 0;
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    if (event->type() != QEvent::UpdateRequest || !receiver->isWidgetType() ||
+        !static_cast<QWidget*>(receiver)->isWindow())
+      return QApplication::notify(receiver, event);
+    QElapsedTimer clock;
+    clock.start();
+    const bool done = QApplication::notify(receiver, event);
+    const double ms = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+    ++frames;
+    totalMs += ms;
+    longestMs = std::max(longestMs, ms);
+    return done;
+  }
+};
+
+double mean(double total, long count) { return count > 0 ? total / static_cast<double>(count) : 0.0; }
+
+void reportFrames(const cRenderAreaPanel::FrameStats& draws, const ViewerApplication& frames, const Replay& replay,
+                  const InputProbe& probe, double seconds) {
+  std::printf("view: %.1f s, %ld frames drawn, %.1f frames/s\n", seconds, draws.frames,
+              static_cast<double>(draws.frames) / seconds);
+  std::printf(
+      "view: scene draw %.1f ms mean, %.1f ms longest; whole frame with presenting %.1f ms mean, %.1f ms longest\n",
+      mean(draws.totalMs, draws.frames), draws.longestMs, mean(frames.totalMs, frames.frames), frames.longestMs);
+  std::printf("view: %zu messages received (%.0f/s), %zu decoded\n", replay.messagesDue(),
+              static_cast<double>(replay.messagesDue()) / seconds, replay.messagesDecoded());
+  std::printf("view: %ld input events, wait %.1f ms mean, %.1f ms longest\n", probe.events,
+              mean(probe.totalWaitMs, probe.events), probe.longestWaitMs);
+  std::fflush(stdout);
+}
+
+// How long the report waits before it starts measuring.
+constexpr int kSettleMs = 500;
 
 int runView(const ViewOptions& options) {
   std::string xml;
@@ -116,7 +231,7 @@ int runView(const ViewOptions& options) {
   int argc = 1;
   char name[] = "quillon";
   char* argv[] = {name, nullptr};
-  QApplication application(argc, argv);
+  ViewerApplication application(argc, argv);
   QuillonWidget viewer;
   std::string annotated, groups;
   const std::string errors = viewer.initializeViewer(xml, annotated, groups);
@@ -127,8 +242,28 @@ int runView(const ViewOptions& options) {
 
   const QString label = QString::fromStdString(labelOf(xml));
   Replay replay(viewer, std::move(records), options.speed, label.isEmpty() ? QStringLiteral("Quillon") : label);
+  std::unique_ptr<InputProbe> probe;
+  cRenderAreaPanel* area = viewer.holderWindow()->renderAreaPanel();
+  QElapsedTimer elapsed;
   replay.start();
-  return application.exec();
+  if (options.reportFps) {
+    // Measured once the window is up and its first frames, which set up the GL state, are drawn.
+    QTimer::singleShot(kSettleMs, &application, [&] {
+      area->resetFrameStats();
+      replay.restartCounts();
+      application.frames = 0;
+      application.totalMs = application.longestMs = 0;
+      probe = std::make_unique<InputProbe>();
+      elapsed.start();
+    });
+  }
+  if (options.duration > 0)
+    QTimer::singleShot(static_cast<int>(options.duration * 1000) + (options.reportFps ? kSettleMs : 0), &application,
+                       &QApplication::quit);
+  const int status = application.exec();
+  if (probe)
+    reportFrames(area->frameStats(), application, replay, *probe, static_cast<double>(elapsed.elapsed()) / 1000.0);
+  return status;
 }
 
 }  // namespace
@@ -139,6 +274,10 @@ void addViewCommand(CLI::App& app, Action& run) {
   cmd->add_option("document", options.document, "Visualisation document (XML)")->required();
   cmd->add_option("--stream", options.stream, "Channel stream to replay (.qcs)");
   cmd->add_option("--speed", options.speed, "Replay speed, 1 is real time")->check(CLI::PositiveNumber);
+  cmd->add_option("--duration", options.duration, "Close the viewer after this many seconds")
+      ->check(CLI::NonNegativeNumber);
+  cmd->add_flag("--report-fps", options.reportFps,
+                "On closing, print the frames drawn, the messages received and how long input waited");
   cmd->callback([&run] { run = [] { return runView(options); }; });
 }
 

@@ -1,0 +1,120 @@
+// quillon render: a document (and a recorded stream) to PNG images, without a display.
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <osg/Image>
+#include <osgDB/WriteFile>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "Commands.h"
+#include "RenderSupport.h"
+#include "channels/ChannelStream.h"
+#include "quillon/quillon.h"
+
+namespace quillon::app {
+namespace {
+
+struct RenderOptions {
+  std::string document;
+  std::string stream;
+  std::string size = "800x600";
+  bool viewAll = false;
+  std::string output;
+  std::string frames;
+};
+
+bool parseSize(const std::string& text, int& width, int& height) {
+  char x = 0;
+  std::istringstream in(text);
+  return (in >> width >> x >> height) && x == 'x' && in.peek() == EOF && width > 0 && height > 0 && width <= 16384 &&
+         height <= 16384;
+}
+
+int runRender(const RenderOptions& options) {
+  int width = 0, height = 0;
+  if (!parseSize(options.size, width, height)) {
+    std::cerr << "quillon render: --size wants WIDTHxHEIGHT, e.g. 800x600\n";
+    return 2;
+  }
+  if (options.output.empty() == options.frames.empty()) {
+    std::cerr << "quillon render: give either -o OUT.png or --frames DIR\n";
+    return 2;
+  }
+  std::string xml;
+  if (!ReadFile(options.document, xml)) {
+    std::cerr << "quillon render: cannot read " << options.document << '\n';
+    return 2;
+  }
+  std::vector<ChannelStreamRecord> records;
+  if (!options.stream.empty()) {
+    std::ifstream in(options.stream, std::ios::binary);
+    if (!in) {
+      std::cerr << "quillon render: cannot read " << options.stream << '\n';
+      return 2;
+    }
+    const auto status = ChannelStreamReader::ReadAll(in, records);
+    if (status == ChannelStreamReader::Status::kBadMagic) {
+      std::cerr << "quillon render: " << options.stream << " is not a channel stream\n";
+      return 2;
+    }
+    if (status != ChannelStreamReader::Status::kEnd)
+      std::cerr << "quillon render: " << options.stream << " ends in a cut-off record; replaying what came before\n";
+  }
+
+  OffscreenViewer viewer(width, height);
+  if (!viewer.ok()) {
+    std::cerr << "quillon render: no offscreen render area (EGL) on this machine\n";
+    return 1;
+  }
+  if (!viewer.load(xml)) {
+    std::cerr << "quillon render: " << options.document << " does not build a scene:\n" << viewer.errorText() << '\n';
+    return 1;
+  }
+  if (options.viewAll) viewer.viewAll();
+
+  if (!options.frames.empty()) {
+    std::error_code ec;
+    std::filesystem::create_directories(options.frames, ec);
+    int written = 0;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+      viewer.send(records[i].message);
+      char name[32];
+      std::snprintf(name, sizeof name, "frame-%05zu.png", i);
+      const std::string path = (std::filesystem::path(options.frames) / name).string();
+      if (!viewer.writePng(path)) {
+        std::cerr << "quillon render: cannot write " << path << '\n';
+        return 1;
+      }
+      ++written;
+    }
+    std::cout << "Wrote " << written << " frames to " << options.frames << '\n';
+    return 0;
+  }
+  for (const ChannelStreamRecord& record : records) viewer.send(record.message);
+  if (!viewer.writePng(options.output)) {
+    std::cerr << "quillon render: cannot write " << options.output << '\n';
+    return 1;
+  }
+  std::cout << "Wrote " << options.output << '\n';
+  return 0;
+}
+
+}  // namespace
+
+void addRenderCommand(CLI::App& app, Action& run) {
+  auto options = std::make_shared<RenderOptions>();
+  CLI::App* cmd = app.add_subcommand("render", "Render a document (after replaying a stream) to PNG, headlessly");
+  cmd->add_option("document", options->document, "Visualisation document (XML)")->required();
+  cmd->add_option("--stream", options->stream, "Channel stream (.qcs) to replay first");
+  cmd->add_option("--size", options->size, "Image size WIDTHxHEIGHT")->capture_default_str();
+  cmd->add_flag("--view-all", options->viewAll, "Fit the view to the whole scene");
+  cmd->add_option("-o,--output", options->output, "PNG file to write");
+  cmd->add_option("--frames", options->frames, "Folder for one PNG per stream message");
+  cmd->callback([&run, options] { run = [options] { return runRender(*options); }; });
+}
+
+}  // namespace quillon::app

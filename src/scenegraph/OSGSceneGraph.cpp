@@ -1,0 +1,165 @@
+#include "scenegraph/OSGSceneGraph.h"
+
+#include <cmath>
+#include <osg/Light>
+#include <osgViewer/GraphicsWindow>
+
+#include "scenegraph/IRenderArea.h"
+#include "scenegraph/OSGSceneGraphBuilder.h"
+#include "scenegraph/osgFakeCamera.h"
+
+namespace quillon {
+namespace {
+
+// The head light: a point light beside the eye that moves with the view.
+void setUpHeadLight(osgViewer::Viewer& viewer) {
+  viewer.setLightingMode(osg::View::HEADLIGHT);
+  osg::Light* light = viewer.getLight();
+  if (!light) return;
+  constexpr float kIntensity = 0.5f;
+  const osg::Vec4 white(kIntensity, kIntensity, kIntensity, 1.0f);
+  light->setAmbient(white);
+  light->setDiffuse(white);
+  light->setSpecular(white);
+  light->setPosition(osg::Vec4(50.0f, 50.0f, 0.0f, 1.0f));
+  light->setConstantAttenuation(1.0f);
+  light->setLinearAttenuation(0.0f);
+  light->setQuadraticAttenuation(0.0f);
+}
+
+}  // namespace
+
+OSGSceneGraph::OSGSceneGraph() : builder(std::make_unique<OSGSceneGraphBuilder>(*this)) {}
+
+OSGSceneGraph::~OSGSceneGraph() {
+  detachFromWindow();
+  terminate();
+}
+
+OSGSceneGraph& OSGSceneGraph::Shared() {
+  // Never destroyed: its GL objects must not outlive the runtime's own statics at exit.
+  static OSGSceneGraph* const shared = [] {
+    auto* holder = new OSGSceneGraph();
+    holder->initialize();
+    return holder;
+  }();
+  return *shared;
+}
+
+void OSGSceneGraph::initialize() {
+  if (rootGroup) return;
+  rootGroup = new osg::Group();
+  if (view) view->setSceneData(rootGroup.get());
+}
+
+void OSGSceneGraph::terminate() {
+  clearRegistries();
+  if (view) view->setSceneData(nullptr);
+  rootGroup = nullptr;
+}
+
+ICamera& OSGSceneGraph::camera() {
+  static osgFakeCamera fake;
+  return cameraWrapper ? static_cast<ICamera&>(*cameraWrapper) : fake;
+}
+
+ISGBuilder* OSGSceneGraph::sceneGraphBuilder() { return builder.get(); }
+
+void OSGSceneGraph::attachToWindow(std::unique_ptr<IRenderArea> newArea) {
+  if (!newArea || !newArea->graphicsWindow()) return;
+  detachFromWindow();
+  area = std::move(newArea);
+
+  osg::ref_ptr<osgViewer::Viewer> viewer = new osgViewer::Viewer();
+  viewer->setThreadingModel(osgViewer::ViewerBase::SingleThreaded);
+  viewer->setKeyEventSetsDone(0);
+  viewer->setQuitEventSetsDone(false);
+  osg::Camera* camera = viewer->getCamera();
+  camera->setName(osgCamera::kName);
+  camera->setGraphicsContext(area->graphicsWindow());
+  camera->setViewport(0, 0, area->width(), area->height());
+  // Scaled transforms would otherwise scale the normals, and with them the lighting.
+  camera->getOrCreateStateSet()->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
+  setUpHeadLight(*viewer);
+  if (rootGroup) viewer->setSceneData(rootGroup.get());
+  if (area->makeCurrent()) viewer->realize();
+  view = viewer;
+
+  cameraWrapper = std::make_unique<osgCamera>();
+  setBackgroundColours(0.3f, 0.3f, 0.5f, 0.3f, 0.3f, 0.5f);
+  applyBackground();
+}
+
+void OSGSceneGraph::detachFromWindow() {
+  cameraWrapper.reset();
+  if (view) {
+    // The viewer closes its context on the way out; that must happen in the area's context.
+    if (area && area->makeCurrent()) {
+      if (rootGroup) rootGroup->releaseGLObjects(area->graphicsWindow()->getState());
+    }
+    view = nullptr;
+  }
+  area.reset();
+}
+
+void OSGSceneGraph::setBackgroundColours(float r1, float g1, float b1, float r2, float g2, float b2) {
+  if (!rootGroup) return;
+  background.set((r1 + r2) / 2, (g1 + g2) / 2, (b1 + b2) / 2, 1.0f);
+  applyBackground();
+}
+
+void OSGSceneGraph::applyBackground() {
+  if (view) view->getCamera()->setClearColor(background);
+}
+
+void OSGSceneGraph::clearRegistries() { registries.clear(); }
+
+void OSGSceneGraph::refresh(int) {
+  if (area && view) area->triggerRedraw();
+}
+
+void OSGSceneGraph::render() {
+  if (!area || !view || !rootGroup || !cameraWrapper) return;
+  try {
+    if (!area->makeCurrent()) return;
+    osg::Camera* camera = view->getCamera();
+    camera->setViewport(0, 0, area->width(), area->height());
+    cameraWrapper->setAspectRatio(static_cast<double>(area->width()) / area->height());
+    cameraWrapper->applyTo(*camera, rootGroup->getBound());
+    view->frame();
+    area->present();
+  } catch (...) {
+    // A failed frame leaves the last picture; the host is never the victim of a draw.
+  }
+}
+
+void OSGSceneGraph::boundingSphere(float& x, float& y, float& z, float& radius) {
+  x = y = z = radius = 0.0f;
+  if (!rootGroup) return;
+  const osg::BoundingSphere& bound = rootGroup->getBound();
+  const osg::Vec3f c = bound.center();
+  if (!bound.valid() || !std::isfinite(c.x()) || !std::isfinite(c.y()) || !std::isfinite(c.z()) ||
+      !std::isfinite(bound.radius()))
+    return;
+  x = c.x();
+  y = c.y();
+  z = c.z();
+  radius = bound.radius();
+}
+
+bool OSGSceneGraph::setSwitchChoice(const std::string& nodeName, int choice) {
+  return registries.setSwitchChoice(nodeName, choice);
+}
+
+void OSGSceneGraph::setForegroundOverride(bool on, float r, float g, float b) {
+  registries.setForegroundOverride(on, r, g, b);
+}
+
+void OSGSceneGraph::replaceScene(osg::ref_ptr<osg::Group> newRoot, osgSceneRegistry newRegistries) {
+  if (!newRoot) return;
+  registries = std::move(newRegistries);
+  rootGroup = std::move(newRoot);
+  if (view) view->setSceneData(rootGroup.get());
+}
+
+}  // namespace quillon

@@ -1,0 +1,53 @@
+#pragma once
+// A render area without a display: an EGL context drawing into framebuffer objects.
+
+#include <memory>
+#include <osg/ref_ptr>
+
+#include "scenegraph/IRenderArea.h"
+
+namespace quillon {
+
+/// Draws into a 4-sample framebuffer object of the area's size and resolves it into a
+/// single-sample one, whose pixels can be read back. The context is desktop OpenGL in the
+/// compatibility profile, from Mesa's surfaceless platform or an EGL device; no display and
+/// no GPU are needed.
+class OffscreenRenderArea final : public IRenderArea {
+ public:
+  /// Null when no context or framebuffer of that size can be made.
+  static std::unique_ptr<OffscreenRenderArea> create(int width, int height);
+  ~OffscreenRenderArea() override;
+  OffscreenRenderArea(const OffscreenRenderArea&) = delete;
+  OffscreenRenderArea& operator=(const OffscreenRenderArea&) = delete;
+
+  int width() const override { return w; }
+  int height() const override { return h; }
+  void resize(int width, int height) override;
+  bool makeCurrent() override;
+  void present() override;
+  void triggerRedraw() override { redrawPending = true; }
+  bool readPixels(unsigned char* rgba, std::size_t size) override;
+  osgViewer::GraphicsWindowEmbedded* graphicsWindow() override;
+
+  /// Samples of the framebuffer drawn into (1 when multisampling was not available).
+  int samples() const { return sampleCount; }
+  bool isRedrawPending() const { return redrawPending; }
+
+ private:
+  struct Gl;
+  OffscreenRenderArea() = default;
+  bool createBuffers();
+  void deleteBuffers();
+
+  void* display = nullptr;
+  void* context = nullptr;
+  std::unique_ptr<Gl> gl;
+  unsigned int drawFbo = 0, drawColour = 0, drawDepth = 0;
+  unsigned int resolveFbo = 0, resolveColour = 0;
+  int w = 0, h = 0;
+  int sampleCount = 1;
+  bool redrawPending = true;
+  osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window;
+};
+
+}  // namespace quillon

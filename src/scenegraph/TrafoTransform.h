@@ -1,0 +1,37 @@
+#pragma once
+// The scene's transform node: a matrix transform that remembers the trafo it was made from.
+
+#include <osg/MatrixTransform>
+
+#include "scenegraph/Trafo.h"
+
+namespace quillon {
+
+/// A MatrixTransform whose matrix always follows its trafo. Changes go through setTrafo, so
+/// that the parts (and the unnormalised quaternion) survive a read-modify-write.
+class TrafoTransform : public osg::MatrixTransform {
+ public:
+  TrafoTransform();
+  TrafoTransform(const TrafoTransform& other, const osg::CopyOp& copyop = osg::CopyOp::SHALLOW_COPY)
+      : osg::MatrixTransform(other, copyop), trafo(other.trafo) {}
+  // What META_Node would give, less an accept() of its own: visitors see a MatrixTransform.
+  osg::Object* cloneType() const override { return new TrafoTransform(); }
+  osg::Object* clone(const osg::CopyOp& copyop) const override { return new TrafoTransform(*this, copyop); }
+  bool isSameKindAs(const osg::Object* obj) const override { return dynamic_cast<const TrafoTransform*>(obj); }
+  const char* libraryName() const override { return "quillon"; }
+  const char* className() const override { return "TrafoTransform"; }
+
+  const Trafo& getTrafo() const { return trafo; }
+  void setTrafo(const Trafo& t) {
+    trafo = t;
+    setMatrix(trafo.getMatrix());
+  }
+
+ protected:
+  ~TrafoTransform() override;
+
+ private:
+  Trafo trafo;
+};
+
+}  // namespace quillon

@@ -1,0 +1,73 @@
+#pragma once
+// The view's camera: our own model of it, written into OpenSceneGraph's camera each frame.
+
+#include <osg/BoundingSphere>
+#include <osg/Quat>
+#include <osg/Vec3d>
+
+#include "scenegraph/ICamera.h"
+
+namespace osg {
+class Camera;
+}
+
+namespace quillon {
+
+/// The camera "ViewCamera": position, orientation, near, far and focal distance, field of
+/// view, aspect ratio and zoom factor, with clip planes fitted to the scene's bounds when
+/// automatic clip planes are on. Lengths are scene units (millimetres).
+class osgCamera final : public ICamera {
+ public:
+  static constexpr const char* kName = "ViewCamera";
+
+  /// Made with the set-up values of the view: aspect ratio 1, near 0.5, far 10, focal
+  /// distance 5, automatic clip planes.
+  osgCamera();
+
+  void setPosition(double x, double y, double z) override;
+  void setOrientation(double x, double y, double z, double w) override;
+  void setOrientationAxisAngle(double x, double y, double z, double angle) override;
+  void setNearDistance(double d) override;
+  void setFarDistance(double d) override;
+  void setFocalDistance(double d) override;
+  void setFieldOfView(double angle) override;
+  void getPosition(double& x, double& y, double& z) const override;
+  void getOrientation(double& x, double& y, double& z, double& w) const override;
+  void getOrientationAxisAngle(double& x, double& y, double& z, double& angle) const override;
+  void getNearDistance(double& d) const override;
+  void getFarDistance(double& d) const override;
+  void getFocalDistance(double& d) const override;
+  void getFieldOfView(double& angle) const override;
+  void getViewToWorldMatrix(float m[16]) const override;
+  void zoom(double factor) override;
+  void zoomToSphere(double x, double y, double z, double radius) override;
+  void rotateX(double angle) override;
+  void rotateY(double angle) override;
+  void rotateZ(double angle) override;
+  void setAspectRatio(double ratio) override;
+  void getZoomFactor(double& factor) const override;
+  void setZoomFactor(double factor) override;
+
+  void setAutoClipPlanes(bool on) { autoClipPlanes = on; }
+  double aspectRatio() const { return aspect; }
+  /// The near and far planes that a frame uses: fitted round the scene's bounds when
+  /// automatic clip planes are on and the scene lies in front, else the stored distances.
+  void clipPlanes(const osg::BoundingSphere& scene, double& nearPlane, double& farPlane) const;
+  /// Writes view and projection into the runtime's camera.
+  void applyTo(osg::Camera& camera, const osg::BoundingSphere& scene) const;
+
+ private:
+  void rotate(const osg::Vec3d& axis, double angle);
+
+  osg::Vec3d position{0, 0, 0};
+  osg::Quat orientation{0, 0, 0, 1};
+  double nearDistance = 0.5;
+  double farDistance = 10.0;
+  double focalDistance = 5.0;
+  double fieldOfView;  // vertical, radians
+  double aspect = 1.0;
+  double zoomFactor = 1.0;
+  bool autoClipPlanes = true;
+};
+
+}  // namespace quillon

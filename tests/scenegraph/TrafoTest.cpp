@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "scenegraph/Trafo.h"
+#include "scenegraph/TrafoTransform.h"
+
+namespace quillon {
+namespace {
+
+void ExpectNear(const osg::Vec3d& a, const osg::Vec3d& b) {
+  EXPECT_NEAR(a.x(), b.x(), 1e-6);
+  EXPECT_NEAR(a.y(), b.y(), 1e-6);
+  EXPECT_NEAR(a.z(), b.z(), 1e-6);
+}
+
+TEST(Trafo, AppliesItsPartsInVrmlOrder) {
+  Trafo t;
+  t.setCenter({1, 0, 0});
+  t.setOrientation(QuatFromAxisAngle(0, 0, 1, std::numbers::pi / 2));
+  t.setScaling({2, 1, 1});
+  t.setTranslation({0, 0, 5});
+  // The point (2,0,0): minus the centre (1,0,0), scaled to (2,0,0), turned a quarter about z
+  // to (0,2,0), plus the centre, plus the translation.
+  ExpectNear(osg::Vec3d(2, 0, 0) * t.getMatrix(), osg::Vec3d(1, 2, 5));
+}
+
+TEST(Trafo, ScaleOrientationTurnsTheScaleAxes) {
+  Trafo t;
+  t.setScaling({2, 1, 1});
+  t.setScaleOrientation(QuatFromAxisAngle(0, 0, 1, std::numbers::pi / 2));
+  // Scaling along the turned x axis, i.e. along y.
+  ExpectNear(osg::Vec3d(0, 1, 0) * t.getMatrix(), osg::Vec3d(0, 2, 0));
+  ExpectNear(osg::Vec3d(1, 0, 0) * t.getMatrix(), osg::Vec3d(1, 0, 0));
+}
+
+TEST(Trafo, KeepsTheQuaternionUnnormalisedButRotatesByItsDirection) {
+  Trafo t;
+  const osg::Quat q = QuatFromAxisAngle(0, 2, 0, 3.14159);
+  t.setOrientation(q);
+  EXPECT_EQ(t.getOrientation(), q);
+  EXPECT_NEAR(osg::Vec3d(q.x(), q.y(), q.z()).length(), 2 * std::sin(3.14159 / 2), 1e-9);
+  const osg::Vec3d turned = osg::Vec3d(1, 0, 0) * t.getMatrix();
+  EXPECT_NEAR(turned.x(), -1.0, 1e-9);
+  EXPECT_NEAR(turned.z(), 0.0, 1e-5);
+}
+
+TEST(Trafo, MatrixStaysFiniteForDegenerateParts) {
+  const double nan = std::nan("");
+  Trafo zeroRotation, nanRotation, nanTranslation;
+  zeroRotation.setOrientation(osg::Quat(0, 0, 0, 0));
+  nanRotation.setOrientation(QuatFromAxisAngle(0, 1, 0, nan));
+  nanTranslation.setTranslation({nan, 1, 1});
+  for (const Trafo& t : {zeroRotation, nanRotation, nanTranslation}) EXPECT_TRUE(t.getMatrix().valid());
+}
+
+TEST(TrafoTransform, MatrixFollowsTheTrafo) {
+  osg::ref_ptr<TrafoTransform> node = new TrafoTransform();
+  Trafo t = node->getTrafo();
+  t.setTranslation({1000, 2000, 3000});
+  node->setTrafo(t);
+  EXPECT_EQ(node->getMatrix().getTrans(), osg::Vec3d(1000, 2000, 3000));
+  EXPECT_EQ(node->getTrafo(), t);
+}
+
+TEST(Trafo, SetMatrixRecoversTranslationRotationAndScale) {
+  Trafo t;
+  t.setOrientation(QuatFromAxisAngle(1, 0, 0, 0.5));
+  t.setScaling({3, 3, 3});
+  t.setTranslation({4, 5, 6});
+  Trafo back;
+  back.setMatrix(t.getMatrix());
+  ExpectNear(back.getTranslation(), {4, 5, 6});
+  ExpectNear(back.getScaling(), {3, 3, 3});
+  EXPECT_NEAR(back.getOrientation().w(), std::cos(0.25), 1e-9);
+}
+
+}  // namespace
+}  // namespace quillon

@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <osg/Camera>
+
+#include "scenegraph/osgCamera.h"
+
+namespace quillon {
+namespace {
+
+struct Pose {
+  double x, y, z, qx, qy, qz, qw;
+};
+
+Pose PoseOf(const ICamera& c) {
+  Pose p{};
+  c.getPosition(p.x, p.y, p.z);
+  c.getOrientation(p.qx, p.qy, p.qz, p.qw);
+  return p;
+}
+
+TEST(osgCamera, StartsWithTheViewSetUp) {
+  osgCamera c;
+  double nearD = 0, farD = 0, focal = 0, zoom = 0;
+  c.getNearDistance(nearD);
+  c.getFarDistance(farD);
+  c.getFocalDistance(focal);
+  c.getZoomFactor(zoom);
+  EXPECT_EQ(nearD, 0.5);
+  EXPECT_EQ(farD, 10.0);
+  EXPECT_EQ(focal, 5.0);
+  EXPECT_EQ(zoom, 1.0);
+  EXPECT_EQ(c.aspectRatio(), 1.0);
+}
+
+TEST(osgCamera, OrientationIsStoredNormalisedAndReadAsAxisAngle) {
+  osgCamera c;
+  double x = 9, y = 9, z = 9, a = 9;
+  c.getOrientationAxisAngle(x, y, z, a);
+  EXPECT_EQ(a, 0.0);
+  EXPECT_EQ(x * x + y * y + z * z, 0.0);  // undivided axis of the identity
+
+  c.setOrientation(0, 0, 0, 2);
+  Pose p = PoseOf(c);
+  EXPECT_EQ(p.qw, 1.0);
+  EXPECT_EQ(p.qx + p.qy + p.qz, 0.0);
+
+  c.setOrientationAxisAngle(0, 1, 0, 1.0);
+  c.getOrientationAxisAngle(x, y, z, a);
+  EXPECT_NEAR(a, 1.0, 1e-12);
+  EXPECT_NEAR(y, 1.0, 1e-12);
+
+  // A longer axis weighs more against the cosine once the quaternion is normalised.
+  c.setOrientationAxisAngle(0, 3, 0, 1.0);
+  c.getOrientationAxisAngle(x, y, z, a);
+  EXPECT_NEAR(a, 2 * std::acos(std::cos(0.5) / std::hypot(3 * std::sin(0.5), std::cos(0.5))), 1e-12);
+  EXPECT_NEAR(y, 1.0, 1e-12);
+
+  const Pose before = PoseOf(c);
+  c.setOrientation(0, 0, 0, 0);  // no rotation at all: ignored
+  EXPECT_EQ(PoseOf(c).qw, before.qw);
+}
+
+TEST(osgCamera, ZoomToSphereFramesThreeQuartersOfTheRadius) {
+  osgCamera c;
+  c.zoomToSphere(10, 20, 30, 0);
+  c.zoomToSphere(10, 20, 30, -5);
+  Pose p = PoseOf(c);
+  EXPECT_EQ(p.x + p.y + p.z, 0.0);
+
+  c.zoomToSphere(10, 20, 30, 100);
+  p = PoseOf(c);
+  const double distance = 75 / std::sin(std::numbers::pi / 8);
+  EXPECT_NEAR(p.x, 10, 1e-9);
+  EXPECT_NEAR(p.y, 20, 1e-9);
+  EXPECT_NEAR(p.z, 30 + distance, 1e-9);  // looking down -z at the centre
+  double focal = 0;
+  c.getFocalDistance(focal);
+  EXPECT_NEAR(focal, distance, 1e-9);
+}
+
+TEST(osgCamera, ZoomScalesTheViewAndItsFactorRoundTrips) {
+  osgCamera c;
+  double fov0 = 0, fov = 0, zoom = 0;
+  c.getFieldOfView(fov0);
+  c.zoom(0.5);
+  c.getFieldOfView(fov);
+  EXPECT_NEAR(std::tan(fov / 2), 0.5 * std::tan(fov0 / 2), 1e-12);
+  c.getZoomFactor(zoom);
+  EXPECT_EQ(zoom, 0.5);
+  c.setZoomFactor(1.0);
+  c.getFieldOfView(fov);
+  EXPECT_NEAR(fov, fov0, 1e-12);
+  c.zoom(0);
+  c.zoom(-1);
+  c.zoom(std::nan(""));
+  c.getZoomFactor(zoom);
+  EXPECT_NEAR(zoom, 1.0, 1e-12);
+}
+
+TEST(osgCamera, RotationsTurnAboutTheCamerasOwnAxes) {
+  osgCamera c;
+  c.rotateY(std::numbers::pi / 2);  // now looking down -x
+  c.rotateX(std::numbers::pi / 2);  // then up, about the camera's own x axis
+  float m[16];
+  c.getViewToWorldMatrix(m);
+  osg::Matrixd viewToWorld(m);
+  const osg::Vec3d forward = osg::Matrixd::transform3x3(osg::Vec3d(0, 0, -1), viewToWorld);
+  EXPECT_NEAR(forward.y(), 1.0, 1e-6);
+}
+
+TEST(osgCamera, ClipPlanesEncloseTheSceneInFront) {
+  osgCamera c;
+  c.setPosition(0, 0, 1000);
+  double n = 0, f = 0;
+  c.clipPlanes(osg::BoundingSphere(osg::Vec3(0, 0, 0), 100), n, f);
+  EXPECT_LE(n, 900);
+  EXPECT_GE(f, 1100);
+  EXPECT_GT(n, 0);
+  c.clipPlanes(osg::BoundingSphere(osg::Vec3(0, 0, 5000), 100), n, f);  // behind: the stored planes
+  EXPECT_EQ(n, 0.5);
+  EXPECT_EQ(f, 10.0);
+
+  osg::ref_ptr<osg::Camera> camera = new osg::Camera();
+  c.applyTo(*camera, osg::BoundingSphere(osg::Vec3(0, 0, 0), 100));
+  EXPECT_EQ(camera->getViewMatrix().getTrans(), osg::Vec3d(0, 0, -1000));
+}
+
+}  // namespace
+}  // namespace quillon
