@@ -3,7 +3,7 @@
 add_library(quillon_warnings INTERFACE)
 target_compile_options(quillon_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
-  -Woverloaded-virtual -Wnull-dereference -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough)
+  -Woverloaded-virtual -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough)
 if(QUILLON_WERROR)
   target_compile_options(quillon_warnings INTERFACE -Werror)
 endif()

@@ -3,6 +3,8 @@
 
 #include <osg/MatrixTransform>
 
+#include <cmath>
+
 #include "scenegraph/Trafo.h"
 
 namespace quillon {
@@ -13,7 +15,7 @@ class TrafoTransform : public osg::MatrixTransform {
  public:
   TrafoTransform();
   TrafoTransform(const TrafoTransform& other, const osg::CopyOp& copyop = osg::CopyOp::SHALLOW_COPY)
-      : osg::MatrixTransform(other, copyop), trafo(other.trafo) {}
+      : osg::MatrixTransform(other, copyop), trafo(other.trafo), translationOffset(other.translationOffset) {}
   // What META_Node would give, less an accept() of its own: visitors see a MatrixTransform.
   osg::Object* cloneType() const override { return new TrafoTransform(); }
   osg::Object* clone(const osg::CopyOp& copyop) const override { return new TrafoTransform(*this, copyop); }
@@ -24,7 +26,18 @@ class TrafoTransform : public osg::MatrixTransform {
   const Trafo& getTrafo() const { return trafo; }
   void setTrafo(const Trafo& t) {
     trafo = t;
-    setMatrix(trafo.getMatrix());
+    const osg::Matrixd m = trafo.getMatrix();
+    translationOffset = m.getTrans() - trafo.getTranslation();
+    setMatrix(m);
+  }
+  /// Moves the transform without rebuilding its matrix: the translation enters the matrix
+  /// only as an offset, so a stream of positions costs one vector addition each.
+  void setTranslation(const osg::Vec3d& t) {
+    trafo.setTranslation(t);
+    const bool finite = std::isfinite(t.x()) && std::isfinite(t.y()) && std::isfinite(t.z());
+    osg::Matrixd m = getMatrix();
+    m.setTrans(finite ? translationOffset + t : translationOffset);  // as the trafo's own matrix would
+    setMatrix(m);
   }
 
  protected:
@@ -32,6 +45,7 @@ class TrafoTransform : public osg::MatrixTransform {
 
  private:
   Trafo trafo;
+  osg::Vec3d translationOffset;  // what the other parts add to the matrix's translation
 };
 
 }  // namespace quillon

@@ -26,6 +26,26 @@ TEST(Trafo, AppliesItsPartsInVrmlOrder) {
   ExpectNear(osg::Vec3d(2, 0, 0) * t.getMatrix(), osg::Vec3d(1, 2, 5));
 }
 
+TEST(TrafoTransform, MovingKeepsTheOtherParts) {
+  Trafo t;
+  t.setCenter({10, 0, 0});
+  t.setOrientation(QuatFromAxisAngle(0, 1, 0, 0.7));
+  t.setScaling({2, 3, 1});
+  t.setTranslation({1, 2, 3});
+  osg::ref_ptr<TrafoTransform> node = new TrafoTransform;
+  node->setTrafo(t);
+  for (const osg::Vec3d moved : {osg::Vec3d(-5, 40, 7), osg::Vec3d(0, 0, 0), osg::Vec3d(1e6, -1e6, 3)}) {
+    node->setTranslation(moved);
+    t.setTranslation(moved);
+    EXPECT_EQ(node->getTrafo().getTranslation(), moved);
+    const osg::Matrixd expected = t.getMatrix();
+    for (int i = 0; i < 16; ++i) EXPECT_NEAR(node->getMatrix().ptr()[i], expected.ptr()[i], 1e-6) << i;
+  }
+  // A translation that is not finite leaves the matrix as the trafo would make it.
+  node->setTranslation({std::nan(""), 0, 0});
+  EXPECT_TRUE(node->getMatrix().valid());
+}
+
 TEST(Trafo, ScaleOrientationTurnsTheScaleAxes) {
   Trafo t;
   t.setScaling({2, 1, 1});
