@@ -38,7 +38,8 @@ typedef struct QuillonBytes {
 /* The control's life. */
 QUILLON_API QuillonCtrl* quillon_create(void);
 QUILLON_API void quillon_destroy(QuillonCtrl* ctrl);
-/* parent 0 makes an offscreen render area of the given size; returns 0 on success. */
+/* parent 0 makes an offscreen render area of the given size; a non-zero parent is an X11 window
+   that the viewer window is embedded into (see README). Returns 0 on success. */
 QUILLON_API int quillon_create_window(QuillonCtrl* ctrl, unsigned long parent, int width, int height);
 QUILLON_API void quillon_resize(QuillonCtrl* ctrl, int width, int height);
 QUILLON_API void quillon_destroy_window(QuillonCtrl* ctrl);

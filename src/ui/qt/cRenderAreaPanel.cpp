@@ -1,8 +1,10 @@
 #include "ui/qt/cRenderAreaPanel.h"
 
+#include <QElapsedTimer>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <QSurfaceFormat>
+#include <algorithm>
 #include <osgViewer/GraphicsWindow>
 
 namespace quillon {
@@ -48,7 +50,13 @@ void cRenderAreaPanel::resizeGL(int, int) { syncWindow(); }
 void cRenderAreaPanel::paintGL() {
   syncWindow();
   if (painter) {
+    QElapsedTimer clock;
+    clock.start();
     painter();
+    const double ms = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+    ++stats.frames;
+    stats.totalMs += ms;
+    stats.longestMs = std::max(stats.longestMs, ms);
     return;
   }
   QOpenGLFunctions* gl = context()->functions();

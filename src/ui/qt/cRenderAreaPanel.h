@@ -26,6 +26,15 @@ class cRenderAreaPanel final : public QOpenGLWidget {
   /// Makes the widget's context current with its framebuffer bound; false before it has one.
   bool makeAreaCurrent();
 
+  /// What the paints have cost so far, for reports of the frame rate.
+  struct FrameStats {
+    long frames = 0;
+    double totalMs = 0;
+    double longestMs = 0;
+  };
+  const FrameStats& frameStats() const { return stats; }
+  void resetFrameStats() { stats = {}; }
+
  protected:
   void initializeGL() override;
   void resizeGL(int width, int height) override;
@@ -36,6 +45,7 @@ class cRenderAreaPanel final : public QOpenGLWidget {
 
   std::function<void()> painter;
   osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window;
+  FrameStats stats;
 };
 
 }  // namespace quillon

@@ -1,0 +1,35 @@
+#pragma once
+// Real-time replay of a recorded channel stream, as a viewer that must stay responsive needs it.
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "channels/ChannelStream.h"
+
+namespace quillon {
+
+/// Hands out what is due of a recorded stream. A message carries the whole state of the channels
+/// it sets, so of the messages due at once that set the same channels only the latest is handed
+/// out: a stream faster than the frames costs one decode per group between two frames, however
+/// fast it is.
+class cStreamReplay {
+ public:
+  explicit cStreamReplay(std::vector<ChannelStreamRecord> records);
+
+  /// The messages due by `now` (microseconds into the recording) that have not been handed out,
+  /// the latest of each group, in stream order. The pointers stay valid for the life of
+  /// the replay.
+  std::vector<const ChannelStreamRecord*> due(std::uint64_t now);
+
+  bool finished() const { return next == records.size(); }
+  /// Messages due so far, handed out or superseded by a later one of their group.
+  std::size_t passed() const { return next; }
+  std::size_t size() const { return records.size(); }
+
+ private:
+  std::vector<ChannelStreamRecord> records;
+  std::size_t next = 0;
+};
+
+}  // namespace quillon

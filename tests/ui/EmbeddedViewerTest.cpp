@@ -1,0 +1,179 @@
+// The viewer embedded into a plain X11 window of a host that knows nothing of Qt, through the C
+// interface. Needs a display (xvfb-run -a without one).
+#include <gtest/gtest.h>
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "quillon/quillon.h"
+
+namespace {
+
+constexpr int kWidth = 600, kHeight = 500;
+
+constexpr const char* kRedBox = R"(<?xml version="1.0"?>
+<Visualisation><Version>1.0</Version><Scene format="VRML97"><![CDATA[#VRML V2.0 utf8
+Shape {
+  appearance Appearance { material Material { diffuseColor 1 0 0 emissiveColor 0.6 0 0 } }
+  geometry Box { size 0.1 0.1 0.1 }
+}
+]]></Scene></Visualisation>
+)";
+
+struct Pixel {
+  int r = 0, g = 0, b = 0;
+};
+
+bool isRed(Pixel p) { return p.r > 100 && p.g < 60 && p.b < 60; }
+bool isBackground(Pixel p) { return std::abs(p.r - 77) < 8 && std::abs(p.g - 77) < 8 && std::abs(p.b - 128) < 8; }
+
+/// A host's top-level window, made and mapped with plain xcb.
+class HostWindow {
+ public:
+  HostWindow() : connection(xcb_connect(nullptr, nullptr)) {
+    if (xcb_connection_has_error(connection)) return;
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    window = xcb_generate_id(connection);
+    const uint32_t background = screen->black_pixel;
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, kWidth, kHeight, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_BACK_PIXEL, &background);
+    xcb_map_window(connection, window);
+    xcb_flush(connection);
+  }
+  ~HostWindow() {
+    destroy();
+    xcb_disconnect(connection);
+  }
+  HostWindow(const HostWindow&) = delete;
+  HostWindow& operator=(const HostWindow&) = delete;
+
+  bool ok() const { return window != 0; }
+  unsigned long id() const { return window; }
+  void destroy() {
+    if (window == 0) return;
+    xcb_destroy_window(connection, window);
+    xcb_flush(connection);
+    window = 0;
+  }
+
+  /// What the X server shows at a point of the window, its children included.
+  Pixel shownAt(int x, int y) {
+    xcb_get_image_reply_t* image =
+        xcb_get_image_reply(connection,
+                            xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<int16_t>(x),
+                                          static_cast<int16_t>(y), 1, 1, ~0u),
+                            nullptr);
+    Pixel p;
+    if (image && xcb_get_image_data_length(image) >= 4) {
+      const uint8_t* bgrx = xcb_get_image_data(image);  // a 24-bit TrueColor visual, little-endian
+      p = {bgrx[2], bgrx[1], bgrx[0]};
+    }
+    std::free(image);
+    return p;
+  }
+
+ private:
+  xcb_connection_t* connection;
+  xcb_window_t window = 0;
+};
+
+class EmbeddedViewerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(host.ok()) << "no X11 display";
+    ctrl = quillon_create();
+    ASSERT_NE(ctrl, nullptr);
+  }
+  void TearDown() override {
+    quillon_destroy_window(ctrl);
+    quillon_destroy(ctrl);
+  }
+
+  void loadRedBoxInFront() {
+    std::string xml = kRedBox;
+    char* document = xml.data();
+    char* annotated = nullptr;
+    char* groups = nullptr;
+    QuillonBytes result = quillon_InitializeViewer_v1(ctrl, &document, &annotated, &groups);
+    quillon_free(result.data);
+    quillon_free(annotated);
+    quillon_free(groups);
+    quillon_DisableNavigationControls_v1(ctrl);  // the render area fills the viewer window
+    setCamera();
+  }
+  // Half a metre in front of the cube; like every change of the view, it lets the viewer's
+  // pending window events run.
+  void setCamera() {
+    char position[] = "0 0 0.5", orientation[] = "0 1 0 0", nearText[] = "0.01", farText[] = "10", focal[] = "0.5",
+         zoom[] = "1";
+    char *p = position, *o = orientation, *n = nearText, *f = farText, *d = focal, *z = zoom;
+    EXPECT_EQ(quillon_SetCameraPosition_v1(ctrl, &p, &o, &n, &f, &d, &z), 1);
+    for (char* s : {p, o, n, f, d, z}) quillon_free(s);
+  }
+
+  // Keeps the viewer busy the way a streaming host would, until the screen shows the box.
+  bool waitForBoxOnScreen() {
+    for (int i = 0; i < 100; ++i) {
+      if (isRed(host.shownAt(kWidth / 2, kHeight / 2))) return true;
+      setCamera();
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return false;
+  }
+
+  HostWindow host;
+  QuillonCtrl* ctrl = nullptr;
+};
+
+TEST_F(EmbeddedViewerTest, ViewerWindowShowsTheSceneInsideTheHostWindow) {
+  ASSERT_EQ(quillon_create_window(ctrl, host.id(), kWidth, kHeight), 0);
+  loadRedBoxInFront();
+  ASSERT_TRUE(waitForBoxOnScreen());
+  EXPECT_TRUE(isBackground(host.shownAt(5, 5)));
+  EXPECT_TRUE(isBackground(host.shownAt(kWidth - 5, kHeight - 5)));
+
+  std::vector<unsigned char> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
+  ASSERT_EQ(quillon_render_rgba(ctrl, rgba.data(), rgba.size()), 0);
+  const unsigned char* centre = &rgba[(static_cast<std::size_t>(kHeight / 2) * kWidth + kWidth / 2) * 4];
+  EXPECT_TRUE(isRed({centre[0], centre[1], centre[2]}));
+  EXPECT_NE(quillon_render_rgba(ctrl, rgba.data(), rgba.size() - 1), 0);
+}
+
+TEST_F(EmbeddedViewerTest, ViewerFollowsTheHostsResize) {
+  ASSERT_EQ(quillon_create_window(ctrl, host.id(), 500, 480), 0);
+  loadRedBoxInFront();
+  quillon_resize(ctrl, kWidth, kHeight);
+  ASSERT_TRUE(waitForBoxOnScreen());
+  EXPECT_TRUE(isBackground(host.shownAt(kWidth - 5, kHeight - 5)));  // outside the old size
+  std::vector<unsigned char> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
+  EXPECT_EQ(quillon_render_rgba(ctrl, rgba.data(), rgba.size()), 0);
+}
+
+TEST_F(EmbeddedViewerTest, ParentsThatCannotBeEmbeddedIntoAreRefused) {
+  EXPECT_NE(quillon_create_window(ctrl, 0x7ffffff0ul, kWidth, kHeight), 0);  // no such window
+  EXPECT_NE(quillon_create_window(ctrl, 1ul << 40, kWidth, kHeight), 0);     // not an X11 id
+  EXPECT_NE(quillon_create_window(ctrl, host.id(), 0, kHeight), 0);
+
+  const std::string display = std::getenv("DISPLAY") ? std::getenv("DISPLAY") : "";
+  unsetenv("DISPLAY");
+  EXPECT_NE(quillon_create_window(ctrl, host.id(), kWidth, kHeight), 0);
+  setenv("DISPLAY", display.c_str(), 1);
+
+  EXPECT_EQ(quillon_create_window(ctrl, host.id(), kWidth, kHeight), 0);
+}
+
+TEST_F(EmbeddedViewerTest, HostMayDestroyItsWindowFirst) {
+  ASSERT_EQ(quillon_create_window(ctrl, host.id(), kWidth, kHeight), 0);
+  loadRedBoxInFront();
+  host.destroy();
+  setCamera();  // the viewer carries on without a window on the screen
+  quillon_destroy_window(ctrl);
+  std::vector<unsigned char> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
+  EXPECT_NE(quillon_render_rgba(ctrl, rgba.data(), rgba.size()), 0);
+}
+
+}  // namespace

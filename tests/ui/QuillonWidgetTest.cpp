@@ -1,0 +1,132 @@
+// The whole viewer in a real window: run under a display (xvfb-run -a without one).
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QScreen>
+#include <QTest>
+#include <string>
+
+#include "control/QuillonComponent.h"
+#include "ui/qt/QuillonWidget.h"
+#include "ui/qt/cRenderAreaPanel.h"
+#include "ui/qt/cViewerHolderWnd.h"
+
+namespace quillon::test {
+namespace {
+
+QApplication& app() {
+  static int argc = 1;
+  static char name[] = "test_ui_view";
+  static char* argv[] = {name, nullptr};
+  static QApplication application(argc, argv);
+  return application;
+}
+
+constexpr const char* kRedBox = R"(<?xml version="1.0"?>
+<Visualisation>
+  <Label>Red box</Label>
+  <Version>1.0</Version>
+  <Scene format="VRML97"><![CDATA[#VRML V2.0 utf8
+Shape {
+  appearance Appearance { material Material { diffuseColor 1 0 0 emissiveColor 0.6 0 0 } }
+  geometry Box { size 0.1 0.1 0.1 }
+}
+]]></Scene>
+</Visualisation>
+)";
+
+struct Rgb {
+  double r = 0, g = 0, b = 0;
+};
+
+Rgb meanOf(const QImage& image, const QRect& rect) {
+  Rgb sum;
+  int n = 0;
+  for (int y = rect.top(); y <= rect.bottom(); ++y)
+    for (int x = rect.left(); x <= rect.right(); ++x) {
+      const QColor c = image.pixelColor(x, y);
+      sum.r += static_cast<double>(c.redF());
+      sum.g += static_cast<double>(c.greenF());
+      sum.b += static_cast<double>(c.blueF());
+      ++n;
+    }
+  return n ? Rgb{sum.r / n, sum.g / n, sum.b / n} : sum;
+}
+
+bool isBoxRed(QRgb p) { return qRed(p) > 100 && qGreen(p) < 60 && qBlue(p) < 60; }
+
+// The bounding rectangle of the box's red pixels.
+QRect redExtent(const QImage& image) {
+  QRect extent;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if (isBoxRed(image.pixel(x, y))) extent |= QRect(x, y, 1, 1);
+  return extent;
+}
+
+class ViewerWidgetTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    app();
+    widget = std::make_unique<QuillonWidget>();
+    ASSERT_TRUE(widget->hasRenderArea());
+    std::string annotated, groups;
+    widget->initializeViewer(kRedBox, annotated, groups);
+    widget->component().DisableNavigationControls();  // the render area fills the window
+    widget->resize(900, 480);
+    widget->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(widget.get()));
+    // Half a metre in front of the 10 cm cube, looking at it along -z.
+    const QuillonComponent::CameraTexts camera = {"0 0 0.5", "0 1 0 0", "0.01", "10", "0.5", "1"};
+    ASSERT_TRUE(widget->component().SetCameraPosition(camera));
+  }
+
+  cRenderAreaPanel* panel() { return widget->holderWindow()->renderAreaPanel(); }
+
+  // What the X server shows of the render area once the pending paints are done.
+  QImage shownOnScreen() {
+    QTest::qWait(200);
+    const QPoint origin = panel()->mapTo(widget->window(), QPoint(0, 0));
+    return widget->window()
+        ->screen()
+        ->grabWindow(widget->window()->winId(), origin.x(), origin.y(), panel()->width(), panel()->height())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+  }
+
+  std::unique_ptr<QuillonWidget> widget;
+};
+
+TEST_F(ViewerWidgetTest, WindowShowsTheBoxOnTheBackgroundAtTheAreasAspect) {
+  const QImage image = shownOnScreen();
+  ASSERT_GT(image.width(), image.height());
+
+  const Rgb border = meanOf(image, QRect(0, 0, image.width(), 8));
+  EXPECT_NEAR(border.r, 0.3, 0.03);
+  EXPECT_NEAR(border.g, 0.3, 0.03);
+  EXPECT_NEAR(border.b, 0.5, 0.03);
+  const Rgb middle = meanOf(image, QRect(image.width() / 2 - 4, image.height() / 2 - 4, 8, 8));
+  EXPECT_GT(middle.r, 0.4);
+  EXPECT_LT(middle.g, 0.2);
+  EXPECT_LT(middle.b, 0.2);
+
+  // The cube faces the camera: its front face must come out square whatever the window's
+  // shape, which it does only when the projection follows the area's aspect ratio.
+  const QRect box = redExtent(image);
+  ASSERT_FALSE(box.isEmpty());
+  EXPECT_NEAR(box.width(), box.height(), 0.08 * box.height()) << box.width() << "x" << box.height();
+  EXPECT_NEAR(box.center().x(), image.width() / 2, 3);
+}
+
+TEST_F(ViewerWidgetTest, ResizedWindowKeepsTheBoxSquare) {
+  widget->resize(463, 760);
+  const QImage image = shownOnScreen();
+  ASSERT_LT(image.width(), image.height());
+  const QRect box = redExtent(image);
+  ASSERT_FALSE(box.isEmpty());
+  EXPECT_NEAR(box.width(), box.height(), 0.08 * box.height()) << box.width() << "x" << box.height();
+}
+
+}  // namespace
+}  // namespace quillon::test
