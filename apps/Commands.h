@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <string>
 
 namespace quillon::app {
 
@@ -13,5 +14,9 @@ void addCheckCommand(CLI::App& app, Action& run);
 void addDemoCommand(CLI::App& app, Action& run);
 void addRenderCommand(CLI::App& app, Action& run);
 void addViewCommand(CLI::App& app, Action& run);
+
+/// Opens the interactive viewer on a document and replays a stream (none when empty) in real
+/// time, until the window is closed. Returns the exit status.
+int RunViewer(const std::string& document, const std::string& stream, double speed);
 
 }  // namespace quillon::app

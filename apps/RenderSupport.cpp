@@ -54,6 +54,18 @@ std::string OffscreenViewer::errorText() const {
 
 void OffscreenViewer::viewAll() { quillon_ViewAll_v2(ctrl); }
 
+bool OffscreenViewer::setCamera(const std::string& position, const std::string& orientation) {
+  std::string texts[2] = {position, orientation};
+  char* in[2] = {texts[0].data(), texts[1].data()};
+  // The other four stay null, so they take their defaults; what comes back is ours to free.
+  char* rest[4] = {};
+  const int ok = quillon_SetCameraPosition_v1(ctrl, &in[0], &in[1], &rest[0], &rest[1], &rest[2], &rest[3]);
+  for (int i = 0; i < 2; ++i)
+    if (in[i] != texts[i].data()) quillon_free(in[i]);
+  for (char* p : rest) quillon_free(p);
+  return ok != 0;
+}
+
 void OffscreenViewer::send(const std::vector<unsigned char>& message) {
   QuillonBytes result = quillon_SendChannels_v1(ctrl, message.data(), static_cast<long>(message.size()));
   quillon_free(result.data);

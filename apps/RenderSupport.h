@@ -23,6 +23,8 @@ class OffscreenViewer {
   bool load(const std::string& xml);
   std::string errorText() const;
   void viewAll();
+  /// Places the camera: position "x y z" in metres, orientation "axis-x axis-y axis-z angle".
+  bool setCamera(const std::string& position, const std::string& orientation);
   void send(const std::vector<unsigned char>& message);
   bool writePng(const std::string& path);
 

@@ -268,6 +268,14 @@ int runView(const ViewOptions& options) {
 
 }  // namespace
 
+int RunViewer(const std::string& document, const std::string& stream, double speed) {
+  ViewOptions options;
+  options.document = document;
+  options.stream = stream;
+  options.speed = speed;
+  return runView(options);
+}
+
 void addViewCommand(CLI::App& app, Action& run) {
   static ViewOptions options;
   CLI::App* cmd = app.add_subcommand("view", "Open the interactive viewer and replay a stream in real time");
