@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "Commands.h"
+#include "RenderSupport.h"
 #include "channels/ChannelStream.h"
 #include "ui/cStreamReplay.h"
 #include "ui/qt/QuillonWidget.h"
@@ -32,15 +33,6 @@ struct ViewOptions {
   double duration = 0;  // seconds; 0 runs until the window is closed
   bool reportFps = false;
 };
-
-bool readFile(const std::string& path, std::string& text) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return false;
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  text = buffer.str();
-  return true;
-}
 
 std::string labelOf(const std::string& xml) {
   static const std::regex label("<Label>([^<]*)</Label>");
@@ -203,7 +195,7 @@ constexpr int kSettleMs = 500;
 
 int runView(const ViewOptions& options) {
   std::string xml;
-  if (!readFile(options.document, xml)) {
+  if (!ReadFile(options.document, xml)) {
     std::cerr << "quillon: cannot read " << options.document << '\n';
     return 2;
   }

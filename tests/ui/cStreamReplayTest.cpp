@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -10,12 +11,20 @@ namespace {
 
 // A message of 1D values for a group: flags, name, group number, channel count, records.
 std::vector<unsigned char> message(const std::string& name, unsigned char group, std::vector<unsigned char> values) {
-  std::vector<unsigned char> m = {0x01, 0x00, static_cast<unsigned char>(name.size()), 0x00};
-  m.insert(m.end(), name.begin(), name.end());
-  m.insert(m.end(), {group, 0, 0, 0, static_cast<unsigned char>(values.size()), 0});
+  std::vector<unsigned char> m;
+  m.reserve(10 + name.size() + 9 * values.size());
+  for (unsigned char b : {0x01, 0x00}) m.push_back(b);
+  m.push_back(static_cast<unsigned char>(name.size()));
+  m.push_back(0);
+  for (char c : name) m.push_back(static_cast<unsigned char>(c));
+  for (unsigned char b :
+       {group, static_cast<unsigned char>(0), static_cast<unsigned char>(0), static_cast<unsigned char>(0),
+        static_cast<unsigned char>(values.size()), static_cast<unsigned char>(0)})
+    m.push_back(b);
   for (unsigned char v : values) {
     m.push_back(1);
-    m.insert(m.end(), {v, 0, 0, 0, 0, 0, 0, 0});
+    m.push_back(v);
+    m.resize(m.size() + 7, 0);
   }
   return m;
 }
