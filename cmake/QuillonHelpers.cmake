@@ -9,7 +9,9 @@ if(QUILLON_WERROR)
 endif()
 
 if(QUILLON_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  # GCC's uninitialised-use analysis is unreliable with the sanitizers' instrumentation.
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+                      -Wno-maybe-uninitialized)
   add_link_options(-fsanitize=address,undefined -fno-sanitize-recover=all)
 endif()
 

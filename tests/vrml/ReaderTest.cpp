@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 #include "ReaderTestSupport.h"
@@ -18,6 +19,8 @@ struct Case {
   int result;
   std::string entries;  // one letter per top-level entry: the type's initial, '-' for an empty entry
 };
+
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
 
 std::string entriesOf(const test::Parsed& parsed) {
   std::string letters;
