@@ -16,7 +16,9 @@ void addRenderCommand(CLI::App& app, Action& run);
 void addViewCommand(CLI::App& app, Action& run);
 
 /// Opens the interactive viewer on a document and replays a stream (none when empty) in real
-/// time, until the window is closed. Returns the exit status.
-int RunViewer(const std::string& document, const std::string& stream, double speed);
+/// time, until the window is closed. The camera starts where position and orientation (the
+/// host's camera texts) put it, or fitted to the scene when they are empty. Returns the exit status.
+int RunViewer(const std::string& document, const std::string& stream, double speed, const std::string& position = {},
+              const std::string& orientation = {});
 
 }  // namespace quillon::app

@@ -39,6 +39,15 @@ std::string lookAt(const double eye[3], const double target[3]) {
   return text;
 }
 
+// A three-quarter view from the front, a little above the rail, that keeps the whole reach in sight.
+constexpr double kEye[3] = {0.3, 0.35, 0.85}, kTarget[3] = {0.0, 0.14, 0.0};
+
+std::string eyeText() {
+  char position[96];
+  std::snprintf(position, sizeof position, "%.3f %.3f %.3f", kEye[0], kEye[1], kEye[2]);
+  return position;
+}
+
 int runHeadless(const DemoOptions& options) {
   const std::string document = kExamples + "/robot_arm.xml";
   const std::string streamPath = kExamples + "/robot_arm.qcs";
@@ -65,11 +74,7 @@ int runHeadless(const DemoOptions& options) {
     std::cerr << "quillon demo: the example was refused:\n" << viewer.errorText() << '\n';
     return 1;
   }
-  // A three-quarter view from the front, a little above the rail, that keeps the whole reach in sight.
-  const double eye[3] = {0.3, 0.35, 0.85}, target[3] = {0.0, 0.14, 0.0};
-  char position[96];
-  std::snprintf(position, sizeof position, "%.3f %.3f %.3f", eye[0], eye[1], eye[2]);
-  viewer.setCamera(position, lookAt(eye, target));
+  viewer.setCamera(eyeText(), lookAt(kEye, kTarget));
 
   int written = 0;
   for (const ChannelStreamRecord& record : records) {
@@ -90,7 +95,7 @@ int runHeadless(const DemoOptions& options) {
 int runDemo(const DemoOptions& options) {
   const bool display = std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
   if (options.headless || !display) return runHeadless(options);
-  return RunViewer(kExamples + "/robot_arm.xml", kExamples + "/robot_arm.qcs", 1.0);
+  return RunViewer(kExamples + "/robot_arm.xml", kExamples + "/robot_arm.qcs", 1.0, eyeText(), lookAt(kEye, kTarget));
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "Commands.h"
 #include "RenderSupport.h"
 #include "channels/ChannelStream.h"
+#include "control/QuillonComponent.h"
 #include "ui/cStreamReplay.h"
 #include "ui/qt/QuillonWidget.h"
 #include "ui/qt/cRenderAreaPanel.h"
@@ -32,6 +33,7 @@ struct ViewOptions {
   double speed = 1.0;
   double duration = 0;  // seconds; 0 runs until the window is closed
   bool reportFps = false;
+  std::string cameraPosition, cameraOrientation;  // empty: fit the view to the scene
 };
 
 std::string labelOf(const std::string& xml) {
@@ -229,6 +231,9 @@ int runView(const ViewOptions& options) {
   const std::string errors = viewer.initializeViewer(xml, annotated, groups);
   if (!errors.empty()) std::cerr << errors << '\n';
   viewer.viewAll();
+  if (!options.cameraPosition.empty())
+    viewer.component().SetCameraPosition(
+        {options.cameraPosition, options.cameraOrientation, "0.01", "100.0", "1.0", "1.0"});
   viewer.resize(960, 720);
   viewer.show();
 
@@ -260,11 +265,14 @@ int runView(const ViewOptions& options) {
 
 }  // namespace
 
-int RunViewer(const std::string& document, const std::string& stream, double speed) {
+int RunViewer(const std::string& document, const std::string& stream, double speed, const std::string& position,
+              const std::string& orientation) {
   ViewOptions options;
   options.document = document;
   options.stream = stream;
   options.speed = speed;
+  options.cameraPosition = position;
+  options.cameraOrientation = orientation;
   return runView(options);
 }
 
