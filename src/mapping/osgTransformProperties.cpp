@@ -10,7 +10,8 @@ osgTranslationProperty::osgTranslationProperty(TrafoTransform* t) : transform(t)
 
 void osgTranslationProperty::SetTranslation(float x, float y, float z) {
   if (!transform) return;
-  transform->setTranslation(osg::Vec3d(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)) * 1000.0);
+  transform->setTranslation(osg::Vec3d(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)) *
+                            1000.0);
 }
 
 osgRotationProperty::osgRotationProperty(TrafoTransform* t) : transform(t) {

@@ -1,9 +1,8 @@
 #pragma once
 // The scene's transform node: a matrix transform that remembers the trafo it was made from.
 
-#include <osg/MatrixTransform>
-
 #include <cmath>
+#include <osg/MatrixTransform>
 
 #include "scenegraph/Trafo.h"
 
