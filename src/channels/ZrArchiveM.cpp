@@ -178,13 +178,7 @@ ErrorCode ZrArchiveM::ReadObject(std::string_view name, T& value) {
 }
 
 template <class T>
-ErrorCode ZrArchiveM::ReadArray(std::string_view name, T* values, std::size_t size) {
-  std::string text;
-  int kind = kScalar;
-  if (GetValueString(name, text, kind) != HALCYON_SUCCESS) return RaiseError(ZRARCHIVEM_READARRAY);
-  if (kind != kMatrix) return RaiseRootError(ZRARCHIVEM_READARRAY_TYPEMISMATCH);
-  if (archive_text::CountElements(text) != size || (size > 0 && !values))
-    return RaiseRootError(ZRARCHIVEM_READARRAY_INVALIDSIZE);
+ErrorCode ZrArchiveM::ReadElements(std::string_view text, T* values) {
   ErrorCode result = HALCYON_SUCCESS;
   std::size_t k = 0;
   archive_text::ForEachElement(text, [&](std::string_view piece) {
@@ -192,6 +186,17 @@ ErrorCode ZrArchiveM::ReadArray(std::string_view name, T* values, std::size_t si
       result = RaiseError(ZRARCHIVEM_READARRAY_SYNTAXERROR);
   });
   return result;
+}
+
+template <class T>
+ErrorCode ZrArchiveM::ReadArray(std::string_view name, T* values, std::size_t size) {
+  std::string text;
+  int kind = kScalar;
+  if (GetValueString(name, text, kind) != HALCYON_SUCCESS) return RaiseError(ZRARCHIVEM_READARRAY);
+  if (kind != kMatrix) return RaiseRootError(ZRARCHIVEM_READARRAY_TYPEMISMATCH);
+  if (archive_text::CountElements(text) != size || (size > 0 && !values))
+    return RaiseRootError(ZRARCHIVEM_READARRAY_INVALIDSIZE);
+  return ReadElements(text, values);
 }
 
 template <class T>
@@ -207,13 +212,7 @@ ErrorCode ZrArchiveM::ReadMatrix(std::string_view name, T* values, std::size_t s
     if (rows == 0 || elements % rows != 0) return RaiseRootError(ZRARCHIVEM_READMATRIX_NOMATRIX);
     if (elements / rows != columns) return RaiseRootError(ZRARCHIVEM_READMATRIX_INVALIDNUMCOLUMNS);
   }
-  ErrorCode result = HALCYON_SUCCESS;
-  std::size_t k = 0;
-  archive_text::ForEachElement(text, [&](std::string_view piece) {
-    if (result == HALCYON_SUCCESS && GetValue(piece, values[k++]) != HALCYON_SUCCESS)
-      result = RaiseError(ZRARCHIVEM_READARRAY_SYNTAXERROR);
-  });
-  return result;
+  return ReadElements(text, values);
 }
 
 ErrorCode ZrArchiveM::ReadFirstFltMatrix(std::string& name, FltMatrix& matrix) {

@@ -82,6 +82,9 @@ class ZrArchiveM final : public ZrArchive {
   bool MarkWritten(std::string_view name);
   template <class T>
   std::string Format(const T& value) const;
+  /// Converts the elements of a bracketed text, in order, into values (sized to fit).
+  template <class T>
+  ErrorCode ReadElements(std::string_view text, T* values);
   void WriteMatrixText(const FltMatrix& matrix);
 
   std::istream* input = nullptr;

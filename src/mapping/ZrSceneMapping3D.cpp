@@ -3,7 +3,6 @@
 #include "channels/ZrValue3D.h"
 #include "mapping/QualityColors.h"
 #include "mapping/ScaledFloat.h"
-#include "mapping/osgSwitchProperties.h"
 
 namespace quillon {
 
@@ -37,10 +36,7 @@ void ZrSceneMapping3DFreeze::ValueDecoded(ZrValue3D* value) {
 }
 
 ZrSceneMapping3DHide::ZrSceneMapping3DHide(ITranslationProperty* t, float s, IMaterialProperty* m, ISwitchProperty* sw)
-    : ZrSceneMapping3D(t, s, m),
-      switchProperty(Ref<ISwitchProperty>::Share(sw)),
-      showChoice(osgSwitchProperty::kShow),
-      hideChoice(osgSwitchProperty::kHide) {}
+    : ZrSceneMapping3D(t, s, m), visibility(sw) {}
 
 void ZrSceneMapping3DHide::ValueDecoded(ZrValue3D* value) {
   if (!value) return;
@@ -48,10 +44,7 @@ void ZrSceneMapping3DHide::ValueDecoded(ZrValue3D* value) {
   const State next = StateOf(*value, x, y, z);
   NotifyState1Change(state, next);
   if (next == kNotMeaningful) {
-    if (!hidden) {
-      if (switchProperty) switchProperty->SetChoice(hideChoice);
-      hidden = true;
-    }
+    visibility.Hide();
   } else {
     if (translation) translation->SetTranslation(x, y, z);
     if (material) {
@@ -60,10 +53,7 @@ void ZrSceneMapping3DHide::ValueDecoded(ZrValue3D* value) {
       else
         ShowMeaningful(*material);
     }
-    if (hidden) {
-      if (switchProperty) switchProperty->SetChoice(showChoice);
-      hidden = false;
-    }
+    visibility.Show();
   }
   state = next;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "channels/ZrValueDecodingCallbackInterface.h"
+#include "mapping/HideSwitch.h"
 #include "mapping/IProperties.h"
 #include "mapping/ZrSceneMapping.h"
 
@@ -40,13 +41,10 @@ class ZrSceneMapping3DHide final : public ZrSceneMapping3D {
   ZrSceneMapping3DHide(ITranslationProperty* translation, float scale, IMaterialProperty* material,
                        ISwitchProperty* switchProperty);
   void ValueDecoded(ZrValue3D* value) override;
-  bool IsHidden() const { return hidden; }
+  bool IsHidden() const { return visibility.IsHidden(); }
 
  private:
-  Ref<ISwitchProperty> switchProperty;
-  bool hidden = false;
-  std::int32_t showChoice;
-  std::int32_t hideChoice;
+  HideSwitch visibility;
 };
 
 }  // namespace quillon

@@ -5,7 +5,6 @@
 #include "channels/ZrValue6D.h"
 #include "mapping/QualityColors.h"
 #include "mapping/ScaledFloat.h"
-#include "mapping/osgSwitchProperties.h"
 
 namespace quillon {
 
@@ -56,10 +55,7 @@ void ZrSceneMapping6DFreeze::ValueDecoded(ZrValue6D* value) {
 
 ZrSceneMapping6DHide::ZrSceneMapping6DHide(ITranslationProperty* t, IRotationProperty* r, float s, IMaterialProperty* m,
                                            ISwitchProperty* sw)
-    : ZrSceneMapping6D(t, r, s, m),
-      switchProperty(Ref<ISwitchProperty>::Share(sw)),
-      showChoice(osgSwitchProperty::kShow),
-      hideChoice(osgSwitchProperty::kHide) {}
+    : ZrSceneMapping6D(t, r, s, m), visibility(sw) {}
 
 void ZrSceneMapping6DHide::ValueDecoded(ZrValue6D* value) {
   if (!value) return;
@@ -68,16 +64,10 @@ void ZrSceneMapping6DHide::ValueDecoded(ZrValue6D* value) {
   const State next = StateOf(*value, position, matrix);
   NotifyState1Change(state, next);
   if (next == kNotMeaningful) {
-    if (!hidden) {
-      if (switchProperty) switchProperty->SetChoice(hideChoice);
-      hidden = true;
-    }
+    visibility.Hide();
   } else {
     Show(next, position, matrix);
-    if (hidden) {
-      if (switchProperty) switchProperty->SetChoice(showChoice);
-      hidden = false;
-    }
+    visibility.Show();
   }
   state = next;
 }

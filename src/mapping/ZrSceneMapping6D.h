@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "channels/ZrValueDecodingCallbackInterface.h"
+#include "mapping/HideSwitch.h"
 #include "mapping/IProperties.h"
 #include "mapping/ZrSceneMapping.h"
 
@@ -48,13 +49,10 @@ class ZrSceneMapping6DHide final : public ZrSceneMapping6D {
   ZrSceneMapping6DHide(ITranslationProperty* translation, IRotationProperty* rotation, float scale,
                        IMaterialProperty* material, ISwitchProperty* switchProperty);
   void ValueDecoded(ZrValue6D* value) override;
-  bool IsHidden() const { return hidden; }
+  bool IsHidden() const { return visibility.IsHidden(); }
 
  private:
-  Ref<ISwitchProperty> switchProperty;
-  bool hidden = false;
-  std::int32_t showChoice;
-  std::int32_t hideChoice;
+  HideSwitch visibility;
 };
 
 }  // namespace quillon
