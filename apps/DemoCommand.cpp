@@ -70,8 +70,9 @@ int runHeadless(const DemoOptions& options) {
     std::cerr << "quillon demo: no offscreen render area (EGL) on this machine\n";
     return 1;
   }
-  if (!viewer.load(xml)) {
-    std::cerr << "quillon demo: the example was refused:\n" << viewer.errorText() << '\n';
+  if (const LoadOutcome outcome = viewer.load(xml); !outcome.loaded()) {
+    std::cerr << "quillon demo: the example was refused:\n";
+    PrintErrorList(std::cerr, outcome.errors);
     return 1;
   }
   viewer.setCamera(eyeText(), lookAt(kEye, kTarget));

@@ -4,8 +4,6 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <osg/Image>
-#include <osgDB/WriteFile>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -13,7 +11,6 @@
 #include "Commands.h"
 #include "RenderSupport.h"
 #include "channels/ChannelStream.h"
-#include "quillon/quillon.h"
 
 namespace quillon::app {
 namespace {
@@ -44,9 +41,13 @@ int runRender(const RenderOptions& options) {
     std::cerr << "quillon render: give either -o OUT.png or --frames DIR\n";
     return 2;
   }
+  if (!options.frames.empty() && options.stream.empty()) {
+    std::cerr << "quillon render: --frames writes one image per message, so it needs --stream FILE.qcs\n";
+    return 2;
+  }
   std::string xml;
   if (!ReadFile(options.document, xml)) {
-    std::cerr << "quillon render: cannot read " << options.document << '\n';
+    std::cerr << "quillon: cannot read " << options.document << '\n';
     return 2;
   }
   std::vector<ChannelStreamRecord> records;
@@ -70,18 +71,21 @@ int runRender(const RenderOptions& options) {
     std::cerr << "quillon render: no offscreen render area (EGL) on this machine\n";
     return 1;
   }
-  if (!viewer.load(xml)) {
-    std::cerr << "quillon render: " << options.document << " does not build a scene:\n" << viewer.errorText() << '\n';
+  const LoadOutcome outcome = viewer.load(xml);
+  if (!outcome.loaded()) {
+    std::cerr << options.document << ": bad\n";
+    PrintErrorList(std::cerr, outcome.errors);
     return 1;
   }
   if (options.viewAll) viewer.viewAll();
+  SendErrorLog sendErrors(outcome.groups);
 
   if (!options.frames.empty()) {
     std::error_code ec;
     std::filesystem::create_directories(options.frames, ec);
     int written = 0;
     for (std::size_t i = 0; i < records.size(); ++i) {
-      viewer.send(records[i].message);
+      sendErrors.note(i, records[i].message, viewer.send(records[i].message));
       char name[32];
       std::snprintf(name, sizeof name, "frame-%05zu.png", i);
       const std::string path = (std::filesystem::path(options.frames) / name).string();
@@ -91,10 +95,13 @@ int runRender(const RenderOptions& options) {
       }
       ++written;
     }
+    sendErrors.report(std::cerr, "quillon render");
     std::cout << "Wrote " << written << " frames to " << options.frames << '\n';
     return 0;
   }
-  for (const ChannelStreamRecord& record : records) viewer.send(record.message);
+  for (std::size_t i = 0; i < records.size(); ++i)
+    sendErrors.note(i, records[i].message, viewer.send(records[i].message));
+  sendErrors.report(std::cerr, "quillon render");
   if (!viewer.writePng(options.output)) {
     std::cerr << "quillon render: cannot write " << options.output << '\n';
     return 1;

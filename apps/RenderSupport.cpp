@@ -1,23 +1,33 @@
 #include "RenderSupport.h"
 
-#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <osg/Image>
-#include <osgDB/WriteFile>
-#include <sstream>
+#include <osg/Notify>
+#include <osgDB/Registry>
 
 #include "quillon/quillon.h"
 
 namespace quillon::app {
+namespace {
 
-bool ReadFile(const std::string& path, std::string& text) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return false;
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  text = buffer.str();
-  return true;
+// The image plug-ins report their failures on their own; the command says it once, its way.
+class QuietNotify final : public osg::NotifyHandler {
+ public:
+  void notify(osg::NotifySeverity, const char*) override {}
+};
+
+bool WritePngTo(const osg::Image& image, std::ostream& out) {
+  osgDB::ReaderWriter* png = osgDB::Registry::instance()->getReaderWriterForExtension("png");
+  if (!png) return false;
+  const osg::ref_ptr<osg::NotifyHandler> previous = osg::getNotifyHandler();
+  osg::setNotifyHandler(new QuietNotify());
+  const bool written = png->writeImage(image, out).success();
+  osg::setNotifyHandler(previous.get());
+  return written && out.flush();
 }
+
+}  // namespace
 
 OffscreenViewer::OffscreenViewer(int w, int h) : ctrl(quillon_create()), width(w), height(h) {
   windowReady = ctrl && quillon_create_window(ctrl, 0, width, height) == 0;
@@ -29,28 +39,7 @@ OffscreenViewer::~OffscreenViewer() {
   quillon_destroy(ctrl);
 }
 
-bool OffscreenViewer::load(const std::string& xml) {
-  std::string text = xml;
-  char* document = text.data();
-  char* annotated = nullptr;
-  char* groups = nullptr;
-  QuillonBytes result = quillon_InitializeViewer_v1(ctrl, &document, &annotated, &groups);
-  // A refused document comes back annotated at its first fault.
-  const bool refused = annotated && *annotated;
-  quillon_free(result.data);
-  quillon_free(annotated);
-  quillon_free(groups);
-  return !refused;
-}
-
-std::string OffscreenViewer::errorText() const {
-  char* text = quillon_error_text(ctrl);
-  std::string result = text ? text : "";
-  quillon_free(text);
-  for (char& c : result)
-    if (c == '\xA7') c = '\n';
-  return result;
-}
+LoadOutcome OffscreenViewer::load(const std::string& xml) { return LoadDocument(ctrl, xml); }
 
 void OffscreenViewer::viewAll() { quillon_ViewAll_v2(ctrl); }
 
@@ -66,9 +55,12 @@ bool OffscreenViewer::setCamera(const std::string& position, const std::string& 
   return ok != 0;
 }
 
-void OffscreenViewer::send(const std::vector<unsigned char>& message) {
+std::string OffscreenViewer::send(const std::vector<unsigned char>& message) {
   QuillonBytes result = quillon_SendChannels_v1(ctrl, message.data(), static_cast<long>(message.size()));
+  std::string text(reinterpret_cast<const char*>(result.data), result.size);
   quillon_free(result.data);
+  while (!text.empty() && text.back() == '\0') text.pop_back();
+  return text;
 }
 
 bool OffscreenViewer::writePng(const std::string& path) {
@@ -78,7 +70,21 @@ bool OffscreenViewer::writePng(const std::string& path) {
   if (quillon_render_rgba(ctrl, image->data(), size) != 0) return false;
   // The control's rows run top down; the image writer expects OpenGL's bottom-up order.
   image->flipVertical();
-  return osgDB::writeImageFile(*image, path);
+
+  // Written beside the target and renamed into place, so a failure leaves nothing half written.
+  const std::string partial = path + ".partial";
+  bool written = false;
+  {
+    std::ofstream out(partial, std::ios::binary | std::ios::trunc);
+    written = out && WritePngTo(*image, out);
+  }
+  std::error_code ec;
+  if (written) std::filesystem::rename(partial, path, ec);
+  if (!written || ec) {
+    std::filesystem::remove(partial, ec);
+    return false;
+  }
+  return true;
 }
 
 }  // namespace quillon::app

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "Diagnostics.h"
+
 struct QuillonCtrl;
 
 namespace quillon::app {
-
-bool ReadFile(const std::string& path, std::string& text);
 
 /// A control with an offscreen window of a fixed size.
 class OffscreenViewer {
@@ -19,13 +19,13 @@ class OffscreenViewer {
   OffscreenViewer& operator=(const OffscreenViewer&) = delete;
 
   bool ok() const { return windowReady; }
-  /// False when the document was refused (the annotated document then marks the fault).
-  bool load(const std::string& xml);
-  std::string errorText() const;
+  LoadOutcome load(const std::string& xml);
   void viewAll();
   /// Places the camera: position "x y z" in metres, orientation "axis-x axis-y axis-z angle".
   bool setCamera(const std::string& position, const std::string& orientation);
-  void send(const std::vector<unsigned char>& message);
+  /// Sends one message; returns the viewer's error text, empty when it decoded cleanly.
+  std::string send(const std::vector<unsigned char>& message);
+  /// Writes what the view shows as a PNG image. A failed write leaves no file behind.
   bool writePng(const std::string& path);
 
  private:

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "Commands.h"
+#include "Diagnostics.h"
 #include "RenderSupport.h"
 #include "channels/ChannelStream.h"
 #include "control/QuillonComponent.h"
@@ -47,8 +49,9 @@ std::string labelOf(const std::string& xml) {
 /// than the frames only has its latest values drawn. The title shows the messages per second.
 class Replay {
  public:
-  Replay(QuillonWidget& widget, std::vector<ChannelStreamRecord> messages, double factor, QString title)
-      : viewer(widget), stream(std::move(messages)), speed(factor), label(std::move(title)) {}
+  Replay(QuillonWidget& widget, std::vector<ChannelStreamRecord> messages, double factor, QString title,
+         std::string_view neededGroups)
+      : viewer(widget), stream(std::move(messages)), errors(neededGroups), speed(factor), label(std::move(title)) {}
 
   void start() {
     clock.start();
@@ -73,7 +76,8 @@ class Replay {
     const auto now = static_cast<std::uint64_t>(static_cast<double>(clock.nsecsElapsed()) / 1000.0 * speed);
     const std::size_t before = stream.passed();
     for (const ChannelStreamRecord* record : stream.due(now)) {
-      viewer.sendChannels(record->message.data(), record->message.size());
+      errors.note(stream.indexOf(record), record->message,
+                  viewer.sendChannels(record->message.data(), record->message.size()));
       ++decoded;
     }
     sent += stream.passed() - before;
@@ -81,9 +85,19 @@ class Replay {
     if (stream.finished()) {
       timer.stop();
       showRate();
+      reportErrors();
     }
   }
 
+ public:
+  /// Says once which messages the viewer did not take cleanly.
+  void reportErrors() {
+    if (reported) return;
+    reported = true;
+    errors.report(std::cerr, "quillon view");
+  }
+
+ private:
   void showRate() {
     const double rate =
         second.elapsed() > 0 ? static_cast<double>(sent) * 1000.0 / static_cast<double>(second.elapsed()) : 0.0;
@@ -94,6 +108,8 @@ class Replay {
 
   QuillonWidget& viewer;
   cStreamReplay stream;
+  SendErrorLog errors;
+  bool reported = false;
   double speed;
   QString label;
   std::size_t sent = 0;
@@ -196,10 +212,21 @@ void reportFrames(const cRenderAreaPanel::FrameStats& draws, const ViewerApplica
 constexpr int kSettleMs = 500;
 
 int runView(const ViewOptions& options) {
+  if (!(options.speed > 0) || !std::isfinite(options.speed)) {
+    std::cerr << "quillon view: --speed must be above 0 (1 is real time, 2 twice as fast)\n";
+    return 2;
+  }
   std::string xml;
   if (!ReadFile(options.document, xml)) {
     std::cerr << "quillon: cannot read " << options.document << '\n';
     return 2;
+  }
+  // Checked before any window opens, so a refused document never shows an empty viewer.
+  const LoadOutcome checked = CheckDocument(xml);
+  if (!checked.loaded()) {
+    std::cerr << options.document << ": bad\n";
+    PrintErrorList(std::cerr, checked.errors);
+    return 1;
   }
   std::vector<ChannelStreamRecord> records;
   if (!options.stream.empty()) {
@@ -238,7 +265,8 @@ int runView(const ViewOptions& options) {
   viewer.show();
 
   const QString label = QString::fromStdString(labelOf(xml));
-  Replay replay(viewer, std::move(records), options.speed, label.isEmpty() ? QStringLiteral("Quillon") : label);
+  Replay replay(viewer, std::move(records), options.speed, label.isEmpty() ? QStringLiteral("Quillon") : label,
+                checked.groups);
   std::unique_ptr<InputProbe> probe;
   cRenderAreaPanel* area = viewer.holderWindow()->renderAreaPanel();
   QElapsedTimer elapsed;
@@ -258,6 +286,7 @@ int runView(const ViewOptions& options) {
     QTimer::singleShot(static_cast<int>(options.duration * 1000) + (options.reportFps ? kSettleMs : 0), &application,
                        &QApplication::quit);
   const int status = application.exec();
+  replay.reportErrors();
   if (probe)
     reportFrames(area->frameStats(), application, replay, *probe, static_cast<double>(elapsed.elapsed()) / 1000.0);
   return status;
@@ -281,7 +310,7 @@ void addViewCommand(CLI::App& app, Action& run) {
   CLI::App* cmd = app.add_subcommand("view", "Open the interactive viewer and replay a stream in real time");
   cmd->add_option("document", options.document, "Visualisation document (XML)")->required();
   cmd->add_option("--stream", options.stream, "Channel stream to replay (.qcs)");
-  cmd->add_option("--speed", options.speed, "Replay speed, 1 is real time")->check(CLI::PositiveNumber);
+  cmd->add_option("--speed", options.speed, "Replay speed, 1 is real time");
   cmd->add_option("--duration", options.duration, "Close the viewer after this many seconds")
       ->check(CLI::NonNegativeNumber);
   cmd->add_flag("--report-fps", options.reportFps,

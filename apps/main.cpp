@@ -1,9 +1,12 @@
 // quillon: the command-line face of the viewer.
+#include <iostream>
+
 #include "Commands.h"
 
 int main(int argc, char** argv) {
   CLI::App app{"quillon: an embeddable 3D viewer for live measurement data"};
   app.require_subcommand(1);
+  app.set_version_flag("--version", "quillon " QUILLON_VERSION);
   quillon::app::Action run;
   quillon::app::addCheckCommand(app, run);
   quillon::app::addDemoCommand(app, run);
@@ -12,6 +15,17 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
+    // A first word that is no subcommand is most likely a mistyped one: say which.
+    if (argc > 1 && argv[1][0] != '-' && app.get_subcommands().empty()) {
+      std::cerr << "quillon: unknown subcommand '" << argv[1] << "'; the subcommands are";
+      const char* separator = " ";
+      for (const CLI::App* sub : app.get_subcommands([](CLI::App*) { return true; })) {
+        std::cerr << separator << sub->get_name();
+        separator = ", ";
+      }
+      std::cerr << " (see quillon --help)\n";
+      return 2;
+    }
     return app.exit(e) == 0 ? 0 : 2;  // usage errors exit with 2
   }
   return run ? run() : 2;

@@ -20,8 +20,8 @@ std::string Document(int count, bool colour) {
     scene += "DEF T" + n + " Transform { translation " + std::to_string(i % 100 * 0.03) + " " +
              std::to_string(i / 100 * 0.03) + " 0 children [ Shape { appearance Appearance { material DEF M" + n +
              " Material { } } geometry Box { size 0.01 0.01 0.01 } } ] }\n";
-    routes += colour ? "<ExternRoute from=\"Bench [0][" + n + "][1D]\" to=\"M" + n + ".diffuseColor\"/>\n"
-                     : "<ExternRoute from=\"Bench [0][" + n + "][3D]\" to=\"T" + n + ".translation\"/>\n";
+    routes += colour ? "<ExternRoute from=\"Bench[0][" + n + "][1D]\" to=\"M" + n + ".diffuseColor\"/>\n"
+                     : "<ExternRoute from=\"Bench[0][" + n + "][3D]\" to=\"T" + n + ".translation\"/>\n";
   }
   return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<Visualisation><Version>1.0</Version>"
          "<Settings><RenderInvalids>freeze</RenderInvalids></Settings>"

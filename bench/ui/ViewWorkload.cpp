@@ -41,7 +41,7 @@ bool writeDocument(const std::string& path, long parts, long channels) {
   }
   out << "]]></Scene>\n";
   for (long c = 0; c < channels; ++c)
-    out << "  <ExternRoute from=\"" << kControlPath << " [" << kGroup << "][" << c << "][1D]\" to=\"Mat"
+    out << "  <ExternRoute from=\"" << kControlPath << "[" << kGroup << "][" << c << "][1D]\" to=\"Mat"
         << c * parts / channels << ".diffuseColor\"/>\n";
   out << "</Visualisation>\n";
   return static_cast<bool>(out);

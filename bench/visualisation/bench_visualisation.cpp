@@ -56,7 +56,7 @@ void BM_Parse10000Routes(benchmark::State& state) {
       "</RenderInvalids></Settings><Scene format=\"VRML97\"><![CDATA[#VRML V2.0 utf8\nDEF T Transform { }]]>"
       "</Scene>\n";
   for (int i = 0; i < 10000; ++i)
-    doc += "  <ExternRoute from=\"Probe" + std::to_string(i % 50) + " [" + std::to_string(i / 100) + "][" +
+    doc += "  <ExternRoute from=\"Probe" + std::to_string(i % 50) + "[" + std::to_string(i / 100) + "][" +
            std::to_string(i % 100) + "][1D]\" to=\"Node" + std::to_string(i) + ".diffuseColor\" scale=\"0.5\"/>\n";
   doc += "</Visualisation>\n";
   quillon::ZrXMLParser parser;  // no scene graph: the scene is read, not built

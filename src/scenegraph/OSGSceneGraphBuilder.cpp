@@ -136,14 +136,8 @@ void OSGSceneGraphBuilder::visitSwitch(const VRML::Switch& node) {
   if (!enter(std::make_unique<osgBuilderStateSwitch>(), node)) return;
   osg::ref_ptr<osg::Switch> sw = new osg::Switch();
   current().setObject(sw.get());
-  if (const VRML::MFNode* choice = node.choice()) {
-    // Every entry keeps its place, so that whichChoice counts as the document does.
-    for (const auto& child : choice->nodes) {
-      const unsigned int before = sw->getNumChildren();
-      if (child) child->accept(*this);
-      if (sw->getNumChildren() == before) sw->addChild(new osg::Group());
-    }
-  }
+  // A choice that builds nothing leaves no child, so whichChoice counts only the children built.
+  visitChildren(node.choice());
   const auto* which = given(node.whichChoice());
   if (which && which->value >= 0 && static_cast<unsigned int>(which->value) < sw->getNumChildren())
     sw->setSingleChildOn(static_cast<unsigned int>(which->value));

@@ -23,6 +23,10 @@ class cStreamReplay {
   std::vector<const ChannelStreamRecord*> due(std::uint64_t now);
 
   bool finished() const { return next == records.size(); }
+  /// The position in the recording, counted from 0, of a record that `due` handed out.
+  std::size_t indexOf(const ChannelStreamRecord* record) const {
+    return static_cast<std::size_t>(record - records.data());
+  }
   /// Messages due so far, handed out or superseded by a later one of their group.
   std::size_t passed() const { return next; }
   std::size_t size() const { return records.size(); }

@@ -61,21 +61,21 @@ double ReadLeadingDouble(std::string_view text) {
   return result.ec == std::errc() ? value : 0.0;
 }
 
-// One bracketed part of "from", searched from `pos`; moves `pos` behind its "]".
+// One bracketed part of "from", searched from `pos`: the "]" must stand one to nine
+// characters behind its "[", so at most eight characters fit inside. Moves `pos` behind the "]".
 bool NextBracket(std::string_view from, std::size_t& pos, std::string_view& inside) {
   const std::size_t open = from.find('[', pos);
   if (open == std::string_view::npos) return false;
   const std::size_t close = from.find(']', open + 1);
-  if (close == std::string_view::npos) return false;
+  if (close == std::string_view::npos || close == open + 1 || close - open >= 10) return false;
   inside = from.substr(open + 1, close - open - 1);
   pos = close + 1;
   return true;
 }
 
-// A group or channel number: 1 to 8 characters that read as a decimal integer, and only
-// zeros, dots and signs where that integer is 0.
+// A group or channel number: a decimal integer, with only zeros, dots and signs where that
+// integer is 0.
 bool ReadNumberPart(std::string_view inside, long& value) {
-  if (inside.empty() || inside.size() > 8) return false;
   value = ReadInteger(inside);
   if (value != 0) return true;
   for (char c : inside)
@@ -83,14 +83,14 @@ bool ReadNumberPart(std::string_view inside, long& value) {
   return true;
 }
 
-// "name [group][channel][kind]" into the route; `groupText` keeps the group as written.
+// "name[group][channel][kind]" into the route; `groupText` keeps the group as written.
+// A blank anywhere makes the text malformed.
 bool ReadFrom(std::string_view from, RouteRecord& route, std::string_view& groupText) {
-  if (from.find(' ') == std::string_view::npos) return false;
+  if (from.find_first_of(" \t") != std::string_view::npos) return false;
   const std::size_t firstOpen = from.find('[');
   if (firstOpen == std::string_view::npos || firstOpen == 0) return false;
-  std::string_view name = from.substr(0, firstOpen);
-  while (!name.empty() && name.back() == ' ') name.remove_suffix(1);
-  if (name.empty() || !IsLetter(name.front())) return false;
+  const std::string_view name = from.substr(0, firstOpen);
+  if (!IsLetter(name.front())) return false;
   for (char c : name)
     if (!IsLetter(c) && !IsDigit(c) && c != '_') return false;
 
@@ -282,7 +282,7 @@ ErrorCode ZrXMLParser::ReadRoute(std::string_view elementName, std::string* anno
   const std::string to = markup_.GetAttribute("to");
   if (to.empty()) return Annotate(ZRVISUALISATIONXMLREADER_PARSE_NOTOATTRIBUTE, elementName, annotated);
   const std::size_t dot = to.find('.');
-  if (to.find(' ') != std::string::npos || dot == 0)
+  if (to.find_first_of(" \t") != std::string::npos || dot == 0)
     return Annotate(ZRVISUALISATIONXMLREADER_PARSE_BADTOATTRIBUTE, elementName, annotated);
   // The one route fault that leaves the document unannotated.
   if (to.back() == '.') return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_EMPTYTARGETATTRIBUTE);

@@ -22,7 +22,7 @@ Transform { translation -0.15 0 0 children [ Shape { appearance Appearance { mat
 Transform { translation 0.15 0 0 children [ Shape { appearance Appearance { material Material { diffuseColor 0.3 0.3 0.3 } } geometry Box { size 0.02 0.02 0.02 } } ] }
 DEF Probe Transform { children [ Shape { appearance Appearance { material Material { } } geometry Box { size 0.04 0.04 0.04 } } ] }
 ]]></Scene>
-  <ExternRoute from="Arm [2][0][3D]" to="Probe.translation"/>
+  <ExternRoute from="Arm[2][0][3D]" to="Probe.translation"/>
 </Visualisation>
 )";
 

@@ -180,21 +180,23 @@ TEST(OSGSceneGraphBuilder, SceneOfSkippedNodesOrLineSetsOnlyBuildsNothingToDraw)
   EXPECT_EQ(static_cast<osg::Geode*>(lines.root->getChild(0))->getNumDrawables(), 0u);
 }
 
-TEST(OSGSceneGraphBuilder, SwitchKeepsEveryChoiceInItsPlace) {
+TEST(OSGSceneGraphBuilder, SwitchCountsOnlyTheChoicesBuilt) {
   Built b(
-      "DEF S Switch { choice [ Shape { geometry Box { size 1 1 1 } } WorldInfo { } DEF Third Shape { geometry Box { "
-      "size 2 2 2 } } ] whichChoice 2 }\n"
+      "DEF S Switch { choice [ Shape { geometry Box { size 1 1 1 } } WorldInfo { } NULL USE Nowhere DEF Third Shape "
+      "{ geometry Box { size 2 2 2 } } ] whichChoice 1 }\n"
       "DEF Off Switch { choice [ Shape { geometry Box { size 1 1 1 } } ] }\n"
-      "DEF Far Switch { choice [ Shape { geometry Box { size 1 1 1 } } ] whichChoice 7 }\n");
+      "DEF Past Switch { choice [ WorldInfo { } Shape { geometry Box { size 1 1 1 } } ] whichChoice 1 }\n"
+      "DEF Negative Switch { choice [ Shape { geometry Box { size 1 1 1 } } ] whichChoice -5 }\n");
   auto* sw = b.named<osg::Switch>("S");
   ASSERT_TRUE(sw);
-  ASSERT_EQ(sw->getNumChildren(), 3u);
-  EXPECT_EQ(sw->getChild(2), b.named<osg::Geode>("Third"));
+  ASSERT_EQ(sw->getNumChildren(), 2u);
+  EXPECT_EQ(sw->getChild(1), b.named<osg::Geode>("Third"));
   EXPECT_FALSE(sw->getValue(0));
-  EXPECT_TRUE(sw->getValue(2));
-  for (const char* name : {"Off", "Far"}) {
+  EXPECT_TRUE(sw->getValue(1));
+  for (const char* name : {"Off", "Past", "Negative"}) {
     auto* other = b.named<osg::Switch>(name);
     ASSERT_TRUE(other);
+    ASSERT_EQ(other->getNumChildren(), 1u) << name;
     EXPECT_FALSE(other->getValue(0)) << name;
   }
 }

@@ -34,7 +34,7 @@ const std::string kScene =
 
 TEST(DocumentThroughCapi, AGoodDocumentGivesItsChannelGroups) {
   Loaded good("<Visualisation><Version>1.0</Version>" + kScene +
-              "<ExternRoute from='Probe [4][0][3D]' to='Box'/><ExternRoute from='Probe [5][1][1D]' "
+              "<ExternRoute from='Probe[4][0][3D]' to='Box'/><ExternRoute from='Probe[5][1][1D]' "
               "to='Mat.transparency'/></Visualisation>");
   EXPECT_EQ(good.result.data, nullptr);
   EXPECT_EQ(good.result.size, 0u);

@@ -107,7 +107,7 @@ TEST_P(ParseFault, RaisesItsCodeFirstAndMarksTheElement) {
   EXPECT_EQ(unmarked, f.document);
 }
 
-const std::string kBadFromDoc = Doc(kScene + Route("P [1][2][1D]", "T") + Route("Probe1[2][5][1D]", "T"));
+const std::string kBadFromDoc = Doc(kScene + Route("P[1][2][1D]", "T") + Route("Probe1 [2][5][1D]", "T"));
 
 INSTANTIATE_TEST_SUITE_P(
     ZrXMLParser, ParseFault,
@@ -146,49 +146,106 @@ INSTANTIATE_TEST_SUITE_P(
               "<Scene format='VRML97'><a/></Scene>"},
         Fault{"SceneDoesNotRead", Doc("<Scene format='VRML97'>no scene here</Scene>"), 1290808, nullptr},
         Fault{"NoFrom", Doc(kScene + "<ExternRoute to='T'/>"), 1290801, "<ExternRoute to='T'/>"},
-        Fault{"FromWithoutBlank", kBadFromDoc, 1290803, "<ExternRoute from=\"Probe1[2][5][1D]\" to=\"T\"/>"},
-        Fault{"FromNineCharacters", Doc(kScene + Route("P [123456789][5][1D]", "T")), 1290803,
-              "<ExternRoute from=\"P [123456789][5][1D]\" to=\"T\"/>"},
-        Fault{"FromKind2D", Doc(kScene + Route("P [1][5][2D]", "T")), 1290803,
-              "<ExternRoute from=\"P [1][5][2D]\" to=\"T\"/>"},
-        Fault{"FromNameDigitFirst", Doc(kScene + Route("1P [1][5][1D]", "T")), 1290803,
-              "<ExternRoute from=\"1P [1][5][1D]\" to=\"T\"/>"},
-        Fault{"FromNotANumber", Doc(kScene + Route("P [x][5][1D]", "T")), 1290803,
-              "<ExternRoute from=\"P [x][5][1D]\" to=\"T\"/>"},
-        Fault{"FromEmptyBracket", Doc(kScene + Route("P [1][][1D]", "T")), 1290803,
-              "<ExternRoute from=\"P [1][][1D]\" to=\"T\"/>"},
-        Fault{"FromNoKind", Doc(kScene + Route("P [1][2]", "T")), 1290803, "<ExternRoute from=\"P [1][2]\" to=\"T\"/>"},
-        Fault{"NoTo", Doc(kScene + "<ExternRoute from='P [1][2][1D]'/>"), 1290802,
-              "<ExternRoute from='P [1][2][1D]'/>"},
-        Fault{"ToWithBlank", Doc(kScene + Route("P [1][2][1D]", "T .x")), 1290804,
-              "<ExternRoute from=\"P [1][2][1D]\" to=\"T .x\"/>"},
-        Fault{"ToTwoDots", Doc(kScene + Route("P [1][2][1D]", "T.x.y")), 1290804,
-              "<ExternRoute from=\"P [1][2][1D]\" to=\"T.x.y\"/>"},
-        Fault{"ToNoNode", Doc(kScene + Route("P [1][2][1D]", ".x")), 1290804,
-              "<ExternRoute from=\"P [1][2][1D]\" to=\".x\"/>"},
-        Fault{"ToEndsInDot", Doc(kScene + Route("P [1][2][1D]", "T.")), 1290816, nullptr},
-        Fault{"RouteColourMap", Doc(kScene + Route("P [1][2][1D]", "T", "><ColourMap>[1]</ColourMap></ExternRoute>")),
+        Fault{"FromWithBlank", kBadFromDoc, 1290803, "<ExternRoute from=\"Probe1 [2][5][1D]\" to=\"T\"/>"},
+        Fault{"FromNineCharacters", Doc(kScene + Route("P[123456789][5][1D]", "T")), 1290803,
+              "<ExternRoute from=\"P[123456789][5][1D]\" to=\"T\"/>"},
+        Fault{"FromKind2D", Doc(kScene + Route("P[1][5][2D]", "T")), 1290803,
+              "<ExternRoute from=\"P[1][5][2D]\" to=\"T\"/>"},
+        Fault{"FromNameDigitFirst", Doc(kScene + Route("1P[1][5][1D]", "T")), 1290803,
+              "<ExternRoute from=\"1P[1][5][1D]\" to=\"T\"/>"},
+        Fault{"FromNotANumber", Doc(kScene + Route("P[x][5][1D]", "T")), 1290803,
+              "<ExternRoute from=\"P[x][5][1D]\" to=\"T\"/>"},
+        Fault{"FromEmptyBracket", Doc(kScene + Route("P[1][][1D]", "T")), 1290803,
+              "<ExternRoute from=\"P[1][][1D]\" to=\"T\"/>"},
+        Fault{"FromNoKind", Doc(kScene + Route("P[1][2]", "T")), 1290803, "<ExternRoute from=\"P[1][2]\" to=\"T\"/>"},
+        Fault{"NoTo", Doc(kScene + "<ExternRoute from='P[1][2][1D]'/>"), 1290802, "<ExternRoute from='P[1][2][1D]'/>"},
+        Fault{"ToWithBlank", Doc(kScene + Route("P[1][2][1D]", "T .x")), 1290804,
+              "<ExternRoute from=\"P[1][2][1D]\" to=\"T .x\"/>"},
+        Fault{"ToTwoDots", Doc(kScene + Route("P[1][2][1D]", "T.x.y")), 1290804,
+              "<ExternRoute from=\"P[1][2][1D]\" to=\"T.x.y\"/>"},
+        Fault{"ToNoNode", Doc(kScene + Route("P[1][2][1D]", ".x")), 1290804,
+              "<ExternRoute from=\"P[1][2][1D]\" to=\".x\"/>"},
+        Fault{"ToEndsInDot", Doc(kScene + Route("P[1][2][1D]", "T.")), 1290816, nullptr},
+        Fault{"RouteColourMap", Doc(kScene + Route("P[1][2][1D]", "T", "><ColourMap>[1]</ColourMap></ExternRoute>")),
               1290806, "<ColourMap>[1]</ColourMap>"},
         Fault{"RouteTwoColourMaps",
-              Doc(kScene + Route("P [1][2][1D]", "T", "><ColourMap/><ColourMap>2</ColourMap></ExternRoute>")), 1290828,
+              Doc(kScene + Route("P[1][2][1D]", "T", "><ColourMap/><ColourMap>2</ColourMap></ExternRoute>")), 1290828,
               "<ColourMap>2</ColourMap>"},
         Fault{"RouteTwoInvalidColours",
-              Doc(kScene + Route("P [1][2][1D]", "T", "><InvalidColourMap/><InvalidColourMap/></ExternRoute>")),
-              1290829, "<InvalidColourMap/>"},
-        Fault{"ScaleMinusZero", Doc(kScene + Route("P [1][2][1D]", "T", " scale='-0'/>")), 1290810,
-              "<ExternRoute from=\"P [1][2][1D]\" to=\"T\" scale='-0'/>"},
-        Fault{"ScaleNotANumber", Doc(kScene + Route("P [1][2][1D]", "T", " scale='nan'/>")), 1290810,
-              "<ExternRoute from=\"P [1][2][1D]\" to=\"T\" scale='nan'/>"},
+              Doc(kScene + Route("P[1][2][1D]", "T", "><InvalidColourMap/><InvalidColourMap/></ExternRoute>")), 1290829,
+              "<InvalidColourMap/>"},
+        Fault{"ScaleMinusZero", Doc(kScene + Route("P[1][2][1D]", "T", " scale='-0'/>")), 1290810,
+              "<ExternRoute from=\"P[1][2][1D]\" to=\"T\" scale='-0'/>"},
+        Fault{"ScaleNotANumber", Doc(kScene + Route("P[1][2][1D]", "T", " scale='nan'/>")), 1290810,
+              "<ExternRoute from=\"P[1][2][1D]\" to=\"T\" scale='nan'/>"},
         Fault{"CascadingRoute", Doc(kScene + "<ExternRouteToChildren from='P' to='T'/>"), 1290803,
               "<ExternRouteToChildren from='P' to='T'/>"}),
     [](const auto& param) { return std::string(param.param.name); });
 
+struct FromCase {
+  const char* from;
+  const char* name;  // null: the text is malformed
+  std::int32_t group;
+  std::uint32_t channel;
+  ChannelKind kind;
+  const char* needed;
+};
+
+TEST(ZrXMLParser, ReadsTheFromAttributeWordForWord) {
+  const FromCase cases[] = {
+      {"Probe1[2][5][1D]", "Probe1", 2, 5, ChannelKind::Kind1D, "[Probe1, 2]"},
+      {"P[2][0][1D]", "P", 2, 0, ChannelKind::Kind1D, "[P, 2]"},
+      {"p_1[3][1][3D]", "p_1", 3, 1, ChannelKind::Kind3D, "[p_1, 3]"},
+      {"Probe1[-0][3][Time]", "Probe1", 0, 3, ChannelKind::KindTime, "[Probe1, -0]"},
+      {"Probe1[007][6][1D]", "Probe1", 7, 6, ChannelKind::Kind1D, "[Probe1, 007]"},
+      {"Probe1[12345678][2][6D]", "Probe1", 12345678, 2, ChannelKind::Kind6D, "[Probe1, 12345678]"},
+      {"Probe1[-7][+0][3D]", "Probe1", -7, 0, ChannelKind::Kind3D, "[Probe1, -7]"},
+      {"Probe1 [2][5][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][1][1D] ", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][1] [1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][1][1D]\t", nullptr, 0, 0, {}, nullptr},
+      {"1Probe[2][1][1D]", nullptr, 0, 0, {}, nullptr},
+      {"_Probe[2][1][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Pro-be[2][1][1D]", nullptr, 0, 0, {}, nullptr},
+      {"[2][1][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[123456789][1][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][123456789][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][1][2D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][1][1d]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[x][1][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][0x][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[][1][1D]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][1]", nullptr, 0, 0, {}, nullptr},
+      {"Probe1[2][1][1D", nullptr, 0, 0, {}, nullptr},
+  };
+  for (const FromCase& c : cases) {
+    SCOPED_TRACE(c.from);
+    ZrXMLParser parser;
+    Registrar registrar;
+    std::string needed;
+    const ErrorCode code = parser.Parse(registrar, Doc(kScene + Route(c.from, "T")), nullptr, &needed);
+    if (!c.name) {
+      EXPECT_EQ(code, ZRVISUALISATIONXMLREADER_PARSE_BADFROMATTRIBUTE);
+      continue;
+    }
+    ASSERT_EQ(code, 0);
+    ASSERT_EQ(parser.Routes().size(), 1u);
+    const RouteRecord& route = parser.Routes()[0];
+    EXPECT_EQ(route.controlPathName, c.name);
+    EXPECT_EQ(route.groupNumber, c.group);
+    EXPECT_EQ(route.channelNumber, c.channel);
+    EXPECT_EQ(route.channelKind, c.kind);
+    EXPECT_EQ(needed, c.needed);
+  }
+}
+
 TEST(ZrXMLParser, CollectsSettingsAndRoutesInDocumentOrder) {
   const std::string document =
-      Doc(kScene + "<ExternRouteToChildren from='Early [9][9][1D]' to='M'/>" +
-          Route("Probe_1 [2][5][3D]", "T.translation", " scale='2x'/>") +
-          Route("P [-0][+0][Time]", "T", " scale='0.0'><ColourMap>[0,0,1]</ColourMap></ExternRoute>") +
-          "<ExternRouteToChildren from='Q [7][1][1D]' to='M.diffuseColor'/>");
+      Doc(kScene + "<ExternRouteToChildren from='Early[9][9][1D]' to='M'/>" +
+          Route("Probe_1[2][5][3D]", "T.translation", " scale='2x'/>") +
+          Route("P[-0][+0][Time]", "T", " scale='0.0'><ColourMap>[0,0,1]</ColourMap></ExternRoute>") +
+          "<ExternRouteToChildren from='Q[7][1][1D]' to='M.diffuseColor'/>");
   ZrXMLParser parser;
   Registrar registrar;
   std::string annotated, needed;
@@ -234,7 +291,7 @@ TEST(ZrXMLParser, ReadsTheSettingsItIsGiven) {
                          "<Visualisation><Label>a &amp; b</Label><Version>1.0</Version><Settings>"
                          "<RenderInvalids>freeze</RenderInvalids><ColourMap>[0,0,0;1,1,1]</ColourMap>"
                          "<InvalidColourMap>[0, 1, 0]</InvalidColourMap></Settings>" +
-                             kScene + Route("P [1][2][1D]", "T") + "</Visualisation>",
+                             kScene + Route("P[1][2][1D]", "T") + "</Visualisation>",
                          nullptr, nullptr),
             0);
   EXPECT_EQ(parser.Label(), "a & b");
@@ -252,7 +309,7 @@ TEST(ZrXMLParser, RegistersWhatTheBuilderBoundAndGoesOnAfterAFailure) {
   Registrar registrar;
   registrar.failAt = 1;
   const std::string document =
-      Doc(kScene + Route("A [1][0][1D]", "T.x") + Route("B [1][1][1D]", "T.unbound") + Route("C [-3][2][6D]", "T"));
+      Doc(kScene + Route("A[1][0][1D]", "T.x") + Route("B[1][1][1D]", "T.unbound") + Route("C[-3][2][6D]", "T"));
   ASSERT_EQ(parser.Parse(registrar, document, nullptr, nullptr), 0);
   EXPECT_EQ(holder.sceneBuilds, 1);
   EXPECT_EQ(registrar.clears, 1);
