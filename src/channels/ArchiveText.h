@@ -1,22 +1,29 @@
 #pragma once
 // Locale-independent number conversion and the splitting rules of the archive's value texts.
 
-#include <charconv>
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 #include "channels/FltMatrix.h"
 
 namespace quillon::archive_text {
 
-/// Like strtod in the C locale: skips leading white space, takes an optional sign, and
-/// converts as much as forms a number. Returns false (and 0) when nothing converts.
+/// Exactly as strtod in the C locale: skips leading white space, takes an optional sign, and
+/// converts as much as forms a number, hexadecimal, infinity and NaN forms included. Returns
+/// false (and 0) when nothing converts.
 bool ToDouble(std::string_view text, double& value);
 
-/// Like sscanf's "%d" into the type, without its undefined overflow: skips white space, takes
-/// an optional sign and the digits. False when there are no digits or the number does not fit.
+/// Exactly as sscanf's "%f" into a float: rounded once, from the text to the float (strtof).
+bool ToFloat(std::string_view text, float& value);
+
+/// Exactly as sscanf's "%d" into an int: skips white space, takes an optional sign and the
+/// decimal digits; a number beyond an int's range gives what the C library gives. False when
+/// there are no digits.
+bool ToInt(std::string_view text, int& value);
+
+/// "%d" for every integer type: read into an int, then assigned, so "-5" into an unsigned
+/// type wraps and a number wider than the type is cut to it.
 template <class T>
 bool ToInteger(std::string_view text, T& value);
 
@@ -40,12 +47,9 @@ std::string_view SkipBlanks(std::string_view text);
 
 template <class T>
 bool ToInteger(std::string_view text, T& value) {
-  text = SkipBlanks(text);
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  T parsed{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), parsed);
-  if (error != std::errc{} || end == text.data()) return false;
-  value = parsed;
+  int parsed = 0;
+  if (!ToInt(text, parsed)) return false;
+  value = static_cast<T>(parsed);
   return true;
 }
 

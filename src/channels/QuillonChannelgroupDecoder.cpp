@@ -284,7 +284,8 @@ ErrorCode QuillonChannelgroupDecoder::DecodeChannelgroup(const unsigned char* by
       }
       default:
         valueTime.SetTime(in.F64());
-        if (hasQuality) valueTime.SetSecond(in.F64());
+        // A time has no quality of its own: the extension's double is passed over.
+        if (hasQuality) in.F64();
         readTail(valueTime);
         delivered = Deliver(slotsTime, i, valueTime);
         break;

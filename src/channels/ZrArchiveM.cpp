@@ -132,6 +132,9 @@ template <class T>
 ErrorCode ZrArchiveM::GetValue(std::string_view text, T& value) {
   if constexpr (std::is_same_v<T, std::string>) {
     value = Unquote(text);
+  } else if constexpr (std::is_same_v<T, float>) {
+    // "%f" rounds straight to the float; through a double first it could round twice.
+    if (!archive_text::ToFloat(text, value)) return RaiseRootError(ZRARCHIVEM_GETVALUE_SYNTAXERROR);
   } else if constexpr (std::is_floating_point_v<T>) {
     double d = 0.0;
     if (!archive_text::ToDouble(text, d)) return RaiseRootError(ZRARCHIVEM_GETVALUE_SYNTAXERROR);

@@ -45,12 +45,16 @@ class ZrArchiveM final : public ZrArchive {
   /// Finds the statement `name` and returns its value text and kind (Kind).
   ErrorCode GetValueString(std::string_view name, std::string& valueText, int& kind);
 
-  /// Converts a scalar value text (or an element of an array).
+  /// Converts a scalar value text (or an element of an array) as the C library does: every
+  /// integer type as "%d" into an int that is then assigned, float as "%f", double as strtod.
+  /// A text that does not convert gives ZRARCHIVEM_GETVALUE_SYNTAXERROR.
   template <class T>
   ErrorCode GetValue(std::string_view text, T& value);
   /// Converts a value text of the matrix kind.
   ErrorCode GetValue(std::string_view text, FltMatrix& matrix);
 
+  /// A scalar statement converts as GetValue does, except that a floating number goes
+  /// through strtod and reads as 0 when it does not convert.
   template <class T>
   ErrorCode ReadObject(std::string_view name, T& value);
   /// Reads a bracketed list of exactly `size` elements.

@@ -22,7 +22,9 @@ std::unique_ptr<ZrAnyObject> ZrValueTime::CreateObject() const { return std::mak
 ErrorCode ZrValueTime::ReadFrom(std::string_view text, std::uint32_t t) {
   ValueArchive archive(text);
   if (ErrorCode r = archive->ReadObject("value", time); r != HALCYON_SUCCESS) return r;
-  if (ErrorCode r = archive->ReadObject("quality", second); r != HALCYON_SUCCESS) return r;
+  // The statement must be there, as for every value, but a time has no quality to keep.
+  double quality = 0.0;
+  if (ErrorCode r = archive->ReadObject("quality", quality); r != HALCYON_SUCCESS) return r;
   status = archive.Status();
   timestamp = t;
   return HALCYON_SUCCESS;
@@ -32,7 +34,7 @@ ErrorCode ZrValueTime::WriteOn(std::ostream& stream) const {
   ZrArchiveM archive;
   archive.SelectOutputStream(&stream);
   if (ErrorCode r = archive.WriteObject("value", time); r != HALCYON_SUCCESS) return r;
-  return WriteCommon(archive, second);
+  return WriteCommon(archive, GetQuality());
 }
 
 void ZrValueTime::Assign(const ZrValue& other) { time = other.GetScalarValue(); }

@@ -8,7 +8,8 @@
 namespace quillon {
 
 /// The group's time as one double. Its quality is always 0; a second double travels with
-/// the object (the decoder's quality extension writes it) and is otherwise unused.
+/// the object (the decoder's quality extension writes it) and is otherwise unused: the archive
+/// text neither fills it nor shows it.
 class ZrValueTime final : public ZrValue {
  public:
   static constexpr std::uint16_t kClassId = 1080;

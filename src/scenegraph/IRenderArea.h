@@ -14,8 +14,13 @@ namespace quillon {
 class IRenderArea {
  public:
   virtual ~IRenderArea() = default;
+  /// The drawing size in pixels of the framebuffer.
   virtual int width() const = 0;
   virtual int height() const = 0;
+  /// The size in the unit of the window's pointer positions, which navigation works in. A
+  /// window on a scaled screen draws more pixels than its pointer crosses.
+  virtual int logicalWidth() const { return width(); }
+  virtual int logicalHeight() const { return height(); }
   virtual void resize(int width, int height) = 0;
   /// Makes the area's context current; false when it cannot draw.
   virtual bool makeCurrent() = 0;

@@ -2,8 +2,11 @@
 // The view's camera: our own model of it, written into OpenSceneGraph's camera each frame.
 
 #include <osg/BoundingSphere>
+#include <osg/Matrixd>
 #include <osg/Quat>
 #include <osg/Vec3d>
+#include <osg/Vec3f>
+#include <osg/Vec4f>
 
 #include "scenegraph/ICamera.h"
 
@@ -15,7 +18,8 @@ namespace quillon {
 
 /// The camera "ViewCamera": position, orientation, near, far and focal distance, field of
 /// view, aspect ratio and zoom factor, with clip planes fitted to the scene's bounds when
-/// automatic clip planes are on. Lengths are scene units (millimetres).
+/// automatic clip planes are on. Lengths are scene units (millimetres). Values arrive and
+/// leave as doubles but are kept as floats, so a getter reports what a float holds.
 class osgCamera final : public ICamera {
  public:
   static constexpr const char* kName = "ViewCamera";
@@ -58,15 +62,18 @@ class osgCamera final : public ICamera {
 
  private:
   void rotate(const osg::Vec3d& axis, double angle);
+  osg::Vec3d eye() const { return osg::Vec3d(position); }
+  osg::Quat rotation() const { return osg::Quat(orientation.x(), orientation.y(), orientation.z(), orientation.w()); }
+  osg::Matrixd viewToWorld() const;
 
-  osg::Vec3d position{0, 0, 0};
-  osg::Quat orientation{0, 0, 0, 1};
-  double nearDistance = 0.5;
-  double farDistance = 10.0;
-  double focalDistance = 5.0;
-  double fieldOfView;  // vertical, radians
-  double aspect = 1.0;
-  double zoomFactor = 1.0;
+  osg::Vec3f position{0, 0, 0};
+  osg::Vec4f orientation{0, 0, 0, 1};  // x, y, z, w
+  float nearDistance = 0.5f;
+  float farDistance = 10.0f;
+  float focalDistance = 5.0f;
+  float fieldOfView;  // vertical, radians
+  float aspect = 1.0f;
+  float zoomFactor = 1.0f;
   bool autoClipPlanes = true;
 };
 

@@ -5,8 +5,9 @@ namespace quillon {
 
 class ICamera;
 
-/// What the viewport manipulator needs of a view. Window positions are pixels with the
-/// origin at the top left; world points are in scene units.
+/// What the viewport manipulator needs of a view. Window positions and the window size are
+/// in the pointer's pixels (not the framebuffer's, on a scaled screen) with the origin at the
+/// top left; world points are in scene units.
 class IViewport {
  public:
   virtual ~IViewport() = default;

@@ -20,8 +20,8 @@ ICamera& cSceneViewport::camera() { return sceneGraph.camera(); }
 
 void cSceneViewport::getWindowSize(int& width, int& height) const {
   IRenderArea* area = sceneGraph.renderArea();
-  width = area ? area->width() : 0;
-  height = area ? area->height() : 0;
+  width = area ? area->logicalWidth() : 0;
+  height = area ? area->logicalHeight() : 0;
 }
 
 void cSceneViewport::unproject(int x, int y, int depth, double& wx, double& wy, double& wz) const {

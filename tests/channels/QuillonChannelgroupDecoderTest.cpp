@@ -171,7 +171,7 @@ TEST_F(DecoderTest, QualityExtensionWritesQuality) {
   EXPECT_EQ(log.v3[0].Z(), 3.0);
   EXPECT_EQ(log.v6[0].GetQuality(), 0.75);
   EXPECT_EQ(log.vt[0].GetTime(), 9.0);
-  EXPECT_EQ(log.vt[0].GetSecond(), 0.125);
+  EXPECT_EQ(log.vt[0].GetSecond(), 0.0);  // a time's second double is its own, not a quality
   EXPECT_EQ(log.vt[0].GetQuality(), 0.0);
   EXPECT_EQ(log.vt[0].GetTimestamp(), 2u);
 }

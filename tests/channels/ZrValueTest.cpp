@@ -99,6 +99,27 @@ TEST(ZrValueTest, StatusIsOptionalValueAndQualityAreNot) {
   EXPECT_EQ(v.ReadFrom("quality = 1;\n", 0), ZRCOREVALUE1D_READFROM);
 }
 
+// The second double of a time goes with the object but never into or out of the text.
+TEST(ZrValueTest, TimeTextLeavesTheSecondDoubleAlone) {
+  ZrValueTime t;
+  t.SetTime(12.5);
+  t.SetSecond(0.75);
+  t.SetStatus(2);
+  t.SetTimestamp(7);
+  std::ostringstream out;
+  ASSERT_EQ(t.WriteOn(out), 0);
+  EXPECT_EQ(out.str(), "value = 12.500000;\nquality = 0.000000;\nstatus = 2;\ntimestamp =          7;\n");
+  EXPECT_EQ(static_cast<ZrValueTime&>(*t.Clone()).GetSecond(), 0.75);
+
+  ASSERT_EQ(t.ReadFrom("value = 3;\nquality = 0.25;\nstatus = 4;\n", 9), 0);
+  EXPECT_EQ(t.GetTime(), 3.0);
+  EXPECT_EQ(t.GetSecond(), 0.75);
+  EXPECT_EQ(t.GetQuality(), 0.0);
+  EXPECT_EQ(t.GetStatus(), 4);
+  EXPECT_EQ(t.GetTimestamp(), 9u);
+  EXPECT_EQ(t.ReadFrom("value = 3;\n", 0), ZRARCHIVEM_READOBJECT);
+}
+
 TEST(ZrValueTest, ThreeDAcceptsColumnsOfThreeOrFour) {
   ZrValue3D v;
   EXPECT_EQ(v.ReadFrom("value = [1 2 3];\nquality = 0;\n", 0), ZRCOREVALUE3D_READFROM_BADDIMENSION);

@@ -96,6 +96,23 @@ TEST_F(OffscreenControl, CameraTextRoundTrips) {
   for (char*& t : texts) quillon_free(std::exchange(t, nullptr));
 }
 
+// 16777.217 m is 2^24 + 1 scene units, which the camera's floats hold as 2^24.
+TEST_F(OffscreenControl, CameraReportsWhatItsFloatsHold) {
+  std::array<std::string, 6> wanted = {
+      "16777.217 -16777.217 2.000", "0.000 1.000 0.000 0.500", "0.010", "16777.217", "16777.217", "0.800"};
+  std::array<char*, 6> texts{};
+  for (std::size_t i = 0; i < 6; ++i) texts[i] = wanted[i].data();
+  std::array<char**, 6> args{};
+  for (std::size_t i = 0; i < 6; ++i) args[i] = &texts[i];
+  ASSERT_EQ(quillon_SetCameraPosition_v1(ctrl, args[0], args[1], args[2], args[3], args[4], args[5]), 1);
+  for (char*& t : texts) quillon_free(std::exchange(t, nullptr));
+  ASSERT_EQ(quillon_GetCameraPosition_v1(ctrl, args[0], args[1], args[2], args[3], args[4], args[5]), 1);
+  const std::array<std::string, 6> held = {
+      "16777.216 -16777.216 2.000", "0.000 1.000 0.000 0.500", "0.010", "16777.216", "16777.216", "0.800"};
+  for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(texts[i], held[i]) << i;
+  for (char*& t : texts) quillon_free(std::exchange(t, nullptr));
+}
+
 TEST_F(OffscreenControl, ShowsTheDocumentsBoxAndHidesItByName) {
   ASSERT_TRUE(
       Load("#VRML V2.0 utf8\nDEF Probe Transform { children [ Shape { appearance Appearance { material "

@@ -48,14 +48,14 @@ TEST(osgCamera, OrientationIsStoredNormalisedAndReadAsAxisAngle) {
 
   c.setOrientationAxisAngle(0, 1, 0, 1.0);
   c.getOrientationAxisAngle(x, y, z, a);
-  EXPECT_NEAR(a, 1.0, 1e-12);
-  EXPECT_NEAR(y, 1.0, 1e-12);
+  EXPECT_NEAR(a, 1.0, 1e-6);
+  EXPECT_NEAR(y, 1.0, 1e-6);
 
   // A longer axis weighs more against the cosine once the quaternion is normalised.
   c.setOrientationAxisAngle(0, 3, 0, 1.0);
   c.getOrientationAxisAngle(x, y, z, a);
-  EXPECT_NEAR(a, 2 * std::acos(std::cos(0.5) / std::hypot(3 * std::sin(0.5), std::cos(0.5))), 1e-12);
-  EXPECT_NEAR(y, 1.0, 1e-12);
+  EXPECT_NEAR(a, 2 * std::acos(std::cos(0.5) / std::hypot(3 * std::sin(0.5), std::cos(0.5))), 1e-6);
+  EXPECT_NEAR(y, 1.0, 1e-6);
 
   const Pose before = PoseOf(c);
   c.setOrientation(0, 0, 0, 0);  // no rotation at all: ignored
@@ -72,12 +72,12 @@ TEST(osgCamera, ZoomToSphereFramesThreeQuartersOfTheRadius) {
   c.zoomToSphere(10, 20, 30, 100);
   p = PoseOf(c);
   const double distance = 75 / std::sin(std::numbers::pi / 8);
-  EXPECT_NEAR(p.x, 10, 1e-9);
-  EXPECT_NEAR(p.y, 20, 1e-9);
-  EXPECT_NEAR(p.z, 30 + distance, 1e-9);  // looking down -z at the centre
+  EXPECT_NEAR(p.x, 10, 1e-5);
+  EXPECT_NEAR(p.y, 20, 1e-5);
+  EXPECT_NEAR(p.z, 30 + distance, 1e-4);  // looking down -z at the centre
   double focal = 0;
   c.getFocalDistance(focal);
-  EXPECT_NEAR(focal, distance, 1e-9);
+  EXPECT_NEAR(focal, distance, 1e-4);
 }
 
 TEST(osgCamera, ZoomScalesTheViewAndItsFactorRoundTrips) {
@@ -86,17 +86,60 @@ TEST(osgCamera, ZoomScalesTheViewAndItsFactorRoundTrips) {
   c.getFieldOfView(fov0);
   c.zoom(0.5);
   c.getFieldOfView(fov);
-  EXPECT_NEAR(std::tan(fov / 2), 0.5 * std::tan(fov0 / 2), 1e-12);
+  EXPECT_NEAR(std::tan(fov / 2), 0.5 * std::tan(fov0 / 2), 1e-6);
   c.getZoomFactor(zoom);
   EXPECT_EQ(zoom, 0.5);
   c.setZoomFactor(1.0);
   c.getFieldOfView(fov);
-  EXPECT_NEAR(fov, fov0, 1e-12);
+  EXPECT_NEAR(fov, fov0, 1e-6);
   c.zoom(0);
   c.zoom(-1);
   c.zoom(std::nan(""));
   c.getZoomFactor(zoom);
-  EXPECT_NEAR(zoom, 1.0, 1e-12);
+  EXPECT_NEAR(zoom, 1.0, 1e-6);
+}
+
+double AsFloat(double v) { return static_cast<double>(static_cast<float>(v)); }
+
+// The camera keeps floats: every value reads back as the float nearest to what was set, and
+// 2^24 + 1 already reads back as 2^24.
+TEST(osgCamera, KeepsWhatAFloatHolds) {
+  struct Scalar {
+    const char* name;
+    void (osgCamera::*set)(double);
+    void (osgCamera::*get)(double&) const;
+    double value;
+  };
+  const Scalar scalars[] = {{"near", &osgCamera::setNearDistance, &osgCamera::getNearDistance, 0.1},
+                            {"far", &osgCamera::setFarDistance, &osgCamera::getFarDistance, 16777217.0},
+                            {"focal", &osgCamera::setFocalDistance, &osgCamera::getFocalDistance, 5000.3},
+                            {"field of view", &osgCamera::setFieldOfView, &osgCamera::getFieldOfView, 0.7},
+                            {"zoom", &osgCamera::setZoomFactor, &osgCamera::getZoomFactor, 0.3}};
+  osgCamera c;
+  for (const Scalar& s : scalars) {
+    (c.*s.set)(s.value);
+    double back = 0;
+    (c.*s.get)(back);
+    EXPECT_EQ(back, AsFloat(s.value)) << s.name;
+    EXPECT_NE(back, s.value) << s.name;
+  }
+
+  c.setPosition(16777217.0, -16777217.0, 0.1);
+  Pose p = PoseOf(c);
+  EXPECT_EQ(p.x, 16777216.0);
+  EXPECT_EQ(p.y, -16777216.0);
+  EXPECT_EQ(p.z, AsFloat(0.1));
+  c.setPosition(1e39, 0, 0);  // beyond a float: refused, not stored as infinity
+  EXPECT_EQ(PoseOf(c).x, 16777216.0);
+
+  const double length = std::sqrt(0.01 + 0.04 + 0.09 + 0.81);
+  c.setOrientation(0.1, 0.2, 0.3, 0.9);
+  p = PoseOf(c);
+  EXPECT_EQ(p.qx, AsFloat(0.1 / length));
+  EXPECT_EQ(p.qw, AsFloat(0.9 / length));
+
+  c.setAspectRatio(4.0 / 3.0);
+  EXPECT_EQ(c.aspectRatio(), AsFloat(4.0 / 3.0));
 }
 
 TEST(osgCamera, RotationsTurnAboutTheCamerasOwnAxes) {

@@ -106,10 +106,14 @@ class TestViewport final : public IViewport {
   void redraw() override { ++redraws; }
 };
 
+/// 200 × 100 pointer pixels, drawn with `scale` framebuffer pixels to each.
 class TestArea final : public IRenderArea {
  public:
-  int width() const override { return 200; }
-  int height() const override { return 100; }
+  int scale = 1;
+  int width() const override { return 200 * scale; }
+  int height() const override { return 100 * scale; }
+  int logicalWidth() const override { return 200; }
+  int logicalHeight() const override { return 100; }
   void resize(int, int) override {}
   bool makeCurrent() override { return false; }
   void present() override {}
@@ -118,11 +122,13 @@ class TestArea final : public IRenderArea {
   osgViewer::GraphicsWindowEmbedded* graphicsWindow() override { return nullptr; }
 };
 
-/// A scene-graph holder with a test camera, a 200 × 100 area, and a manipulator to hand out.
+/// A scene-graph holder with a test camera, a 200 × 100 area (or a window's, when one is
+/// given), and a manipulator to hand out.
 class TestHolder final : public ISceneGraphImplementor {
  public:
   TestCamera cam;
   TestArea area;
+  IRenderArea* windowArea = nullptr;
   bool attached = true;
   int refreshes = 0;
   int renders = 0;
@@ -146,7 +152,10 @@ class TestHolder final : public ISceneGraphImplementor {
     z = 3;
     radius = 4;
   }
-  IRenderArea* renderArea() override { return attached ? &area : nullptr; }
+  IRenderArea* renderArea() override {
+    if (!attached) return nullptr;
+    return windowArea ? windowArea : &area;
+  }
   bool setSwitchChoice(const std::string&, int) override { return false; }
   void setForegroundOverride(bool, float, float, float) override {}
 };

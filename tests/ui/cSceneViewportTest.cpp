@@ -26,6 +26,24 @@ TEST(SceneViewport, UnprojectsThroughTheCameraFrustum) {
   EXPECT_NEAR(z, 30 - 16, 1e-9);  // camera right is world -z
 }
 
+// On a scaled screen the framebuffer has more pixels than the pointer crosses; the window
+// size and the unprojection must be in the pointer's unit, or the centre moves off the axis.
+TEST(SceneViewport, WorksInPointerPixelsOnAScaledScreen) {
+  TestHolder holder;
+  holder.area.scale = 2;
+  holder.cam.position = {0, 0, 50};
+  cSceneViewport viewport(holder);
+  int width = 0, height = 0;
+  viewport.getWindowSize(width, height);
+  EXPECT_EQ(width, 200);
+  EXPECT_EQ(height, 100);
+  double x, y, z;
+  viewport.unproject(100, 50, 8, x, y, z);
+  EXPECT_NEAR(x, 0, 1e-9);
+  EXPECT_NEAR(y, 0, 1e-9);
+  EXPECT_NEAR(z, 42, 1e-9);
+}
+
 TEST(SceneViewport, ReportsTheHoldersCameraAreaAndScene) {
   TestHolder holder;
   holder.cam.focalDistance = 250;

@@ -264,6 +264,35 @@ TEST_F(HolderWindowTest, LongPressSendsTheCommandOnce) {
   EXPECT_EQ(owner.commands.size(), 1u);
 }
 
+// Without an owner the command goes to the button's parent widget and no further up. The
+// checks come while the button is still down, before a release could click it.
+TEST_F(HolderWindowTest, LongPressWithoutOwnerGoesToTheParent) {
+  auto holdDown = [](QWidget* button) {
+    QTest::mousePress(button, Qt::LeftButton);
+    QTest::qWait(700);
+  };
+  cNavigationButtonsWnd* buttons = window->navigationButtons();
+  viewport.sphere[3] = 5;
+  holdDown(buttons->viewAllButton());
+  EXPECT_DOUBLE_EQ(camera.sphereRadius, 5);
+  QTest::mouseRelease(buttons->viewAllButton(), Qt::LeftButton);
+
+  holdDown(buttons->modeButton(M::MODE_ZOOM));
+  EXPECT_EQ(manipulator.GetModeInfo(), M::MODE_ZOOM);
+  EXPECT_FALSE(buttons->modeButton(M::MODE_ROTATE)->isChecked());
+  QTest::mouseRelease(buttons->modeButton(M::MODE_ZOOM), Qt::LeftButton);
+
+  // The panel round it takes no commands, so the holder window above never sees this one.
+  auto* stray = new cAnimatedBitmapButton(window->leftPanel());
+  stray->setCommandId(cViewerHolderWnd::ID_PAN);
+  stray->show();
+  holdDown(stray);
+  EXPECT_EQ(manipulator.GetModeInfo(), M::MODE_ZOOM);
+  QTest::mouseRelease(stray, Qt::LeftButton);
+  EXPECT_FALSE(buttons->onCommand(cViewerHolderWnd::ID_MOUSE_NAVIGATION));  // not one of its buttons
+  EXPECT_TRUE(manipulator.IsMouseNavigationEnabled());
+}
+
 TEST_F(HolderWindowTest, KeysAreTracedAndPassedOn) {
   std::vector<std::string> lines;
   TraceSink previous = SetTraceSink([&lines](std::string_view line) { lines.emplace_back(line); });

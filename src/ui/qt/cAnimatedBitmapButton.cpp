@@ -21,8 +21,7 @@ void cAnimatedBitmapButton::pressTimerFired() {
   timer.stop();  // once per press
   pressTimerId = 0;
   if (!isDown()) return;
-  ICommandTarget* to = owner;
-  for (QWidget* w = parentWidget(); !to && w; w = w->parentWidget()) to = dynamic_cast<ICommandTarget*>(w);
+  ICommandTarget* to = owner ? owner : dynamic_cast<ICommandTarget*>(parentWidget());
   if (to) to->onCommand(commandId);
 }
 

@@ -14,7 +14,8 @@ class ICommandTarget {
 };
 
 /// A tool button with a picture that, held down with the left button for 500 ms, sends its
-/// command once to its owner, or to the nearest enclosing window that takes commands.
+/// command once to its owner, or to its parent widget when it has no owner. A parent that
+/// takes no commands lets it drop, as a window without a handler would.
 class cAnimatedBitmapButton : public QToolButton {
  public:
   static constexpr int kPressTimerId = 1;

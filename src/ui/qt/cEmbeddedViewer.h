@@ -30,6 +30,8 @@ class cEmbeddedViewer final : public IRenderArea {
 
   int width() const override { return area.width(); }
   int height() const override { return area.height(); }
+  int logicalWidth() const override { return area.logicalWidth(); }
+  int logicalHeight() const override { return area.logicalHeight(); }
   void resize(int width, int height) override;
   bool makeCurrent() override;
   void present() override {}

@@ -50,9 +50,7 @@ cNavigationButtonsWnd::cNavigationButtonsWnd(IViewportManipulator* m, QWidget* p
     modeButtons[static_cast<std::size_t>(mode)] = button;
   }
   viewAll = makeButton(this, "BUTTONZOOMALLU", "View all", cViewerHolderWnd::ID_VIEW_ALL);
-  QObject::connect(viewAll, &QToolButton::clicked, this, [this] {
-    if (manipulator) manipulator->ViewAll();
-  });
+  QObject::connect(viewAll, &QToolButton::clicked, this, [this] { onCommand(cViewerHolderWnd::ID_VIEW_ALL); });
   layout->addWidget(viewAll);
   showMode(manipulator ? manipulator->GetModeInfo() : IViewportManipulator::MODE_NONE);
 }
@@ -65,6 +63,17 @@ cAnimatedBitmapButton* cNavigationButtonsWnd::modeButton(int mode) const {
 void cNavigationButtonsWnd::showMode(int mode) {
   for (int i = 0; i < static_cast<int>(modeButtons.size()); ++i)
     modeButtons[static_cast<std::size_t>(i)]->setChecked(i == mode);
+}
+
+bool cNavigationButtonsWnd::onCommand(int commandId) {
+  const int mode = commandId - cViewerHolderWnd::ID_PAN;
+  if (mode >= 0 && mode < static_cast<int>(modeButtons.size())) {
+    selectMode(mode);
+    return true;
+  }
+  if (commandId != cViewerHolderWnd::ID_VIEW_ALL) return false;
+  if (manipulator) manipulator->ViewAll();
+  return true;
 }
 
 void cNavigationButtonsWnd::selectMode(int mode) {

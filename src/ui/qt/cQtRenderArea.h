@@ -16,6 +16,8 @@ class cQtRenderArea final : public IRenderArea {
 
   int width() const override { return panel ? panel->pixelWidth() : 0; }
   int height() const override { return panel ? panel->pixelHeight() : 0; }
+  int logicalWidth() const override { return panel ? panel->width() : 0; }
+  int logicalHeight() const override { return panel ? panel->height() : 0; }
   /// The window's layout sizes the panel; the next frame picks the size up.
   void resize(int, int) override {}
   bool makeCurrent() override { return panel && panel->makeAreaCurrent(); }
