@@ -9,16 +9,27 @@ ZrSceneMapping::~ZrSceneMapping() {
   for (ZrSceneMapping* observer : observers) std::erase(observer->subjects, this);
 }
 
-void ZrSceneMapping::EnterState1() { ++notNominalCount; }
+// A mapping's observers are the nearest mapped nodes below it, and each passes on what it
+// hears, so the counts of a mapping cover every mapping above it however deep the chain is,
+// with one link per mapping.
+void ZrSceneMapping::EnterState1() {
+  ++notNominalCount;
+  for (ZrSceneMapping* observer : observers) observer->EnterState1();
+}
 
 void ZrSceneMapping::LeaveState1() {
   if (notNominalCount > 0) --notNominalCount;
+  for (ZrSceneMapping* observer : observers) observer->LeaveState1();
 }
 
-void ZrSceneMapping::EnterState2() { ++notMeaningfulCount; }
+void ZrSceneMapping::EnterState2() {
+  ++notMeaningfulCount;
+  for (ZrSceneMapping* observer : observers) observer->EnterState2();
+}
 
 void ZrSceneMapping::LeaveState2() {
   if (notMeaningfulCount > 0) --notMeaningfulCount;
+  for (ZrSceneMapping* observer : observers) observer->LeaveState2();
 }
 
 void ZrSceneMapping::AddObserver(ZrSceneMapping* observer) {

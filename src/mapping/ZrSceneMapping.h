@@ -7,7 +7,8 @@ namespace quillon {
 
 /// Turns channel values into scene changes through properties. It keeps the two quality
 /// thresholds and counts how many of the mappings it depends on are degraded: between the
-/// thresholds (state 1) or beyond the meaningful one (state 2). Counted: the count starts at
+/// thresholds (state 1) or beyond the meaningful one (state 2); the counter operations pass
+/// on to the observers, so observing the nearest dependants reaches all. Counted: the count starts at
 /// 1 and the last Release deletes it; an owner that deletes it directly must hold the only
 /// reference.
 class ZrSceneMapping {
@@ -35,8 +36,8 @@ class ZrSceneMapping {
     if (--references == 0) delete this;
   }
 
-  /// Makes `observer` hear of this mapping's state changes. The link is undone when either
-  /// side is destroyed.
+  /// Makes `observer` (and, through it, its own observers) hear of this mapping's state
+  /// changes. The link is undone when either side is destroyed.
   void AddObserver(ZrSceneMapping* observer);
   const std::vector<ZrSceneMapping*>& GetObservers() const { return observers; }
 

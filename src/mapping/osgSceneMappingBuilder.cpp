@@ -1,10 +1,11 @@
 #include "mapping/osgSceneMappingBuilder.h"
 
-#include <map>
 #include <memory>
 #include <osg/Material>
 #include <osg/NodeVisitor>
 #include <osg/Switch>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "mapping/MaterialFields.h"
@@ -22,7 +23,7 @@ namespace quillon {
 namespace {
 
 using MappingPtr = std::unique_ptr<ZrValueDecodingCallbackInterface>;
-using TransformMappings = std::map<osg::Node*, ZrSceneMapping*>;
+using TransformMappings = std::unordered_map<const osg::Node*, ZrSceneMapping*>;
 
 // A material that a route colours keeps its own colour under the quality material of a
 // mapped transform above it.
@@ -59,12 +60,36 @@ MappingPtr CascadingMapping(const RouteRecord& route, const NamedObject& target)
   return nullptr;
 }
 
+// Where each child stands under its group, learnt once per group: a group of many mapped
+// transforms would otherwise be searched again for every one of them.
+class ChildSlots {
+ public:
+  void replace(osg::Group& parent, osg::Node& child, osg::Node& replacement) {
+    if (indexed.insert(&parent).second)
+      for (unsigned int i = 0; i < parent.getNumChildren(); ++i) slots.emplace(parent.getChild(i), i);
+    const auto it = slots.find(&child);
+    if (it == slots.end() || parent.getChild(it->second) != &child) {
+      parent.replaceChild(&child, &replacement);
+      return;
+    }
+    const unsigned int slot = it->second;
+    slots.erase(it);
+    parent.setChild(slot, &replacement);
+    slots.emplace(&replacement, slot);
+  }
+
+ private:
+  std::unordered_set<const osg::Group*> indexed;
+  std::unordered_map<const osg::Node*, unsigned int> slots;
+};
+
 // Puts a new switch in the transform's place, with the transform as its only child, and a
 // new quality material in the switch's state set that colours the whole subtree.
-std::pair<MappingPtr, ZrSceneMapping*> TransformMapping(const RouteRecord& route, TrafoTransform& transform) {
+std::pair<MappingPtr, ZrSceneMapping*> TransformMapping(const RouteRecord& route, TrafoTransform& transform,
+                                                        ChildSlots& slots) {
   osg::ref_ptr<osg::Switch> node = new osg::Switch;
   osg::ref_ptr<TrafoTransform> keep = &transform;
-  transform.getParent(0)->replaceChild(&transform, node.get());
+  slots.replace(*transform.getParent(0), transform, *node);
   node->addChild(&transform, true);
 
   osg::ref_ptr<osg::Material> material = new osg::Material;
@@ -98,15 +123,19 @@ std::pair<MappingPtr, ZrSceneMapping*> TransformMapping(const RouteRecord& route
   return {std::move(m), base};
 }
 
-// Collects the mappings of the mapped transforms strictly below a node.
-class MappedBelow final : public osg::NodeVisitor {
+// Collects the mappings of the nearest mapped transforms below a node: the search stops at
+// each, since what it observes reaches the mappings below it through its own observers.
+class NearestMappedBelow final : public osg::NodeVisitor {
  public:
-  MappedBelow(const TransformMappings& all, const osg::Node& start)
+  NearestMappedBelow(const TransformMappings& all, const osg::Node& start)
       : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN), mapped(all), top(start) {}
   using osg::NodeVisitor::apply;
   void apply(osg::Node& node) override {
     if (&node != &top) {
-      if (auto it = mapped.find(&node); it != mapped.end()) found.push_back(it->second);
+      if (auto it = mapped.find(&node); it != mapped.end()) {
+        found.push_back(it->second);
+        return;
+      }
     }
     traverse(node);
   }
@@ -134,6 +163,8 @@ bool osgSceneMappingBuilder::build(std::vector<RouteRecord>& routes) {
 
 void osgSceneMappingBuilder::Bind(const osgSceneRegistry& registry, std::vector<RouteRecord>& routes) {
   TransformMappings mapped;
+  std::vector<std::pair<osg::Node*, ZrSceneMapping*>> inRouteOrder;
+  ChildSlots slots;
   for (RouteRecord& route : routes) {
     route.mapping.reset();
     const NamedObject* target = registry.findNamed(route.targetNodeName);
@@ -155,14 +186,15 @@ void osgSceneMappingBuilder::Bind(const osgSceneRegistry& registry, std::vector<
       // A transform used in several places, or one that a route already drives, is left alone.
       auto* transform = dynamic_cast<TrafoTransform*>(target->object.get());
       if (!transform || transform->getNumParents() != 1 || mapped.count(transform)) continue;
-      auto [mapping, base] = TransformMapping(route, *transform);
+      auto [mapping, base] = TransformMapping(route, *transform, slots);
       route.mapping = std::move(mapping);
       mapped.emplace(transform, base);
+      inRouteOrder.emplace_back(transform, base);
     }
   }
 
-  for (const auto& [transform, mapping] : mapped) {
-    MappedBelow below(mapped, *transform);
+  for (const auto& [transform, mapping] : inRouteOrder) {
+    NearestMappedBelow below(mapped, *transform);
     transform->accept(below);
     for (ZrSceneMapping* observer : below.found) mapping->AddObserver(observer);
   }

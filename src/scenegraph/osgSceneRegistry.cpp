@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <osg/Switch>
 
+#include "scenegraph/GlValues.h"
+
 namespace quillon {
 
 osg::Group* NamedObject::parent() const {
@@ -10,7 +12,10 @@ osg::Group* NamedObject::parent() const {
   return n && n->getNumParents() > 0 ? n->getParent(0) : nullptr;
 }
 
-void osgSceneRegistry::addNamed(NamedObject entry) { named.push_back(std::move(entry)); }
+void osgSceneRegistry::addNamed(NamedObject entry) {
+  firstNamed.try_emplace(entry.name, named.size());
+  named.push_back(std::move(entry));
+}
 
 void osgSceneRegistry::addSwitchable(std::string name, osg::Node* node) {
   if (node) switchables.push_back({std::move(name), node});
@@ -21,8 +26,8 @@ void osgSceneRegistry::addColourable(osg::StateSet* stateSet, osg::Material* mat
 }
 
 const NamedObject* osgSceneRegistry::findNamed(std::string_view name) const {
-  auto it = std::find_if(named.begin(), named.end(), [&](const NamedObject& e) { return e.name == name; });
-  return it == named.end() ? nullptr : &*it;
+  const auto it = firstNamed.find(name);
+  return it == firstNamed.end() ? nullptr : &named[it->second];
 }
 
 std::size_t osgSceneRegistry::countNamed(std::string_view name) const {
@@ -58,14 +63,15 @@ void osgSceneRegistry::setForegroundOverride(bool on, float r, float g, float b)
     // The override starts from the material as it is now, so its opacity and shine stay.
     c.override = new osg::Material(*c.material, osg::CopyOp::SHALLOW_COPY);
     const float alpha = c.material->getDiffuse(osg::Material::FRONT).a();
-    c.override->setDiffuse(osg::Material::FRONT_AND_BACK, osg::Vec4(r, g, b, alpha));
-    c.override->setAmbient(osg::Material::FRONT_AND_BACK, osg::Vec4(r * 0.2f, g * 0.2f, b * 0.2f, alpha));
+    c.override->setDiffuse(osg::Material::FRONT_AND_BACK, GlColour(r, g, b, alpha));
+    c.override->setAmbient(osg::Material::FRONT_AND_BACK, GlColour(r * 0.2f, g * 0.2f, b * 0.2f, alpha));
     c.stateSet->setAttribute(c.override.get());
   }
 }
 
 void osgSceneRegistry::clear() {
   named.clear();
+  firstNamed.clear();
   switchables.clear();
   colourables.clear();
 }

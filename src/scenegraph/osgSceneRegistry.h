@@ -7,6 +7,7 @@
 #include <osg/StateSet>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace quillon {
@@ -70,7 +71,14 @@ class osgSceneRegistry {
     osg::ref_ptr<osg::Material> override;
   };
 
+  struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
+  };
+
   std::vector<NamedObject> named;
+  /// The first named object of each name, so that binding many routes stays linear.
+  std::unordered_map<std::string, std::size_t, NameHash, std::equal_to<>> firstNamed;
   std::vector<Switchable> switchables;
   std::vector<Colourable> colourables;
 };

@@ -256,6 +256,25 @@ TEST(SceneMapping3D, ChildOfABadParentFreezesAndOfAnOrangeOneTurnsOrange) {
   EXPECT_EQ(child.material.shown, "green");
 }
 
+TEST(SceneMapping3D, CountsReachDownAChainThroughEachLink) {
+  Freeze3D top, middle, bottom;
+  top.mapping.AddObserver(&middle.mapping);
+  middle.mapping.AddObserver(&bottom.mapping);
+  top.Send(1, 50);
+  middle.Send(1, 5);
+  EXPECT_EQ(bottom.mapping.GetNotMeaningfulCount(), 1u);
+  EXPECT_EQ(bottom.mapping.GetNotNominalCount(), 1u);
+  bottom.Send(2, 0);
+  EXPECT_EQ(bottom.material.shown, "red");
+  top.Send(1, 0);
+  bottom.Send(3, 0);
+  EXPECT_EQ(bottom.mapping.GetNotMeaningfulCount(), 0u);
+  EXPECT_EQ(bottom.material.shown, "orange");
+  middle.Send(1, 0);
+  bottom.Send(4, 0);
+  EXPECT_EQ(bottom.material.shown, "green");
+}
+
 TEST(SceneMapping3D, HideHidesOncePerBadRunAndTellsOnlyOfStateOne) {
   Translation translation;
   Material material;

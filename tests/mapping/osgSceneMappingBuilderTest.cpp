@@ -149,7 +149,9 @@ TEST(SceneMappingBuilder, TransformsBelowObserveTheOnesAbove) {
   auto& tipMapping = dynamic_cast<ZrSceneMapping3D&>(*routes[0].mapping);
   auto& baseMapping = dynamic_cast<ZrSceneMapping3D&>(*routes[1].mapping);
   auto& linkMapping = dynamic_cast<ZrSceneMapping3D&>(*routes[2].mapping);
-  EXPECT_EQ(baseMapping.GetObservers().size(), 2u);
+  // Each mapping links only the nearest mapped transforms below; the tip hears of the base
+  // through the link.
+  EXPECT_EQ(baseMapping.GetObservers(), std::vector<ZrSceneMapping*>{&linkMapping});
   EXPECT_EQ(linkMapping.GetObservers(), std::vector<ZrSceneMapping*>{&tipMapping});
   EXPECT_TRUE(tipMapping.GetObservers().empty());
 
@@ -165,6 +167,12 @@ TEST(SceneMappingBuilder, TransformsBelowObserveTheOnesAbove) {
   EXPECT_EQ(tipMapping.GetNotMeaningfulCount(), 1u);
   EXPECT_EQ(tipMapping.GetState(), ZrSceneMapping::kNominal);
   EXPECT_NEAR(tip->getMatrix().getTrans().x(), 0.0, 1e-9);  // frozen where it was
+
+  // Once the base is good again, so is the tip.
+  baseMapping.ValueDecoded(&good);
+  tipMapping.ValueDecoded(&good);
+  EXPECT_EQ(tipMapping.GetNotMeaningfulCount(), 0u);
+  EXPECT_NEAR(tip->getMatrix().getTrans().x(), 100.0, 1e-4);
 }
 
 TEST(SceneMappingBuilder, RoutedMaterialsKeepTheirColourUnderAQualityMaterial) {
