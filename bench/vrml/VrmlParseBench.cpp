@@ -97,6 +97,14 @@ const std::string& chains() {
   return text;
 }
 
+// The same 10,000 Transforms in chains of the given depth: the cost of a node must not grow
+// with how deep it sits.
+void BM_ReadChainsOfDepth(benchmark::State& state) {
+  const int depth = static_cast<int>(state.range(0));
+  const std::string text = quillon::bench::chainsScene(10000 / depth, depth);
+  readScene(state, text);
+}
+
 void BM_ReadMesh(benchmark::State& state) { readScene(state, mesh()); }
 void BM_ReadParts(benchmark::State& state) { readScene(state, parts()); }
 void BM_ReadChains(benchmark::State& state) { readScene(state, chains()); }
@@ -104,6 +112,7 @@ void BM_ReadChains(benchmark::State& state) { readScene(state, chains()); }
 BENCHMARK(BM_ReadMesh)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_ReadParts)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_ReadChains)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_ReadChainsOfDepth)->Arg(100)->Arg(200)->Arg(400)->Arg(800)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
 }  // namespace
 

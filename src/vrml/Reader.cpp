@@ -298,21 +298,31 @@ void Reader::fail() {
 void Reader::skipSeparators() {
   const char* p = pos;
   if (!p) return;
+  if (p >= skippedFrom && p <= skippedTo) {
+    pos = skippedEnd;
+    return;
+  }
+  const char* const start = p;
+  bool comment = false;
   for (;;) {
     if (isSeparator(*p)) {
       ++p;
     } else if (*p == '#') {
+      comment = true;
       p = std::strchr(p, '\n');
       if (!p) break;
       ++p;
-    } else if (*p == '\0') {
-      p = nullptr;
-      break;
     } else {
       break;
     }
   }
-  pos = p;
+  // A run with a comment is not remembered: a start inside the comment would end elsewhere.
+  if (p && !comment) {
+    skippedFrom = start;
+    skippedTo = p;
+    skippedEnd = *p == '\0' ? nullptr : p;
+  }
+  pos = p && *p == '\0' ? nullptr : p;
 }
 
 std::string_view Reader::readToken() {

@@ -67,6 +67,12 @@ class Reader {
   const char* textEnd;
   const char* pos;
   bool failed = false;
+  // The last run of separators skipped whole, [from, to], and where skipping it ends (null at
+  // the text's end). The closers of a deep chain are one such run, which every enclosing level
+  // would otherwise scan again from inside.
+  const char* skippedFrom = nullptr;
+  const char* skippedTo = nullptr;
+  const char* skippedEnd = nullptr;
   int depth = 0;
   int deepest = 0;
   std::size_t modelBytes = 0;
