@@ -4,6 +4,8 @@
 #include <osg/Material>
 #include <osg/StateSet>
 
+#include "scenegraph/GlValues.h"
+
 namespace quillon {
 
 namespace {
@@ -34,8 +36,7 @@ void MakeMaterialDynamic(osg::Material& material) {
 }
 
 void SetMaterialOpacity(osg::Material& material, float opacity) {
-  if (!(opacity >= 0.0f)) opacity = 0.0f;  // NaN as well
-  if (opacity > 1.0f) opacity = 1.0f;
+  opacity = GlOpacity(opacity);
   material.setAlpha(osg::Material::FRONT_AND_BACK, opacity);
   for (osg::StateSet* stateSet : material.getParents()) {
     const auto* pair = stateSet->getAttributePair(osg::StateAttribute::MATERIAL);

@@ -1,6 +1,7 @@
 #include "mapping/osgColorProperties.h"
 
 #include "mapping/MaterialState.h"
+#include "scenegraph/GlValues.h"
 
 namespace quillon {
 
@@ -14,17 +15,17 @@ osgMaterialColorProperty::osgMaterialColorProperty(osg::Material* m) : material(
 
 void osgDiffuseColorProperty::SetColor(float r, float g, float b) {
   if (!material) return;
-  material->setDiffuse(kBothFaces, osg::Vec4(r, g, b, material->getDiffuse(osg::Material::FRONT).a()));
+  material->setDiffuse(kBothFaces, GlColour(r, g, b, material->getDiffuse(osg::Material::FRONT).a()));
 }
 
 void osgEmissiveColorProperty::SetColor(float r, float g, float b) {
   if (!material) return;
-  material->setEmission(kBothFaces, osg::Vec4(r, g, b, material->getEmission(osg::Material::FRONT).a()));
+  material->setEmission(kBothFaces, GlColour(r, g, b, material->getEmission(osg::Material::FRONT).a()));
 }
 
 void osgSpecularColorProperty::SetColor(float r, float g, float b) {
   if (!material) return;
-  material->setSpecular(kBothFaces, osg::Vec4(r, g, b, material->getSpecular(osg::Material::FRONT).a()));
+  material->setSpecular(kBothFaces, GlColour(r, g, b, material->getSpecular(osg::Material::FRONT).a()));
 }
 
 }  // namespace quillon

@@ -1,8 +1,7 @@
 #include "mapping/osgFloatProperties.h"
 
-#include <algorithm>
-
 #include "mapping/MaterialState.h"
+#include "scenegraph/GlValues.h"
 
 namespace quillon {
 
@@ -17,8 +16,7 @@ osgMaterialFloatProperty::osgMaterialFloatProperty(osg::Material* m) : material(
 void osgShininessFloatProperty::SetValue(float value) {
   if (!material) return;
   // The runtime would clamp too, but with a console warning for every value.
-  const float exponent = value * 128.0f;
-  material->setShininess(kBothFaces, exponent >= 0.0f ? std::min(exponent, 128.0f) : 0.0f);
+  material->setShininess(kBothFaces, GlSpecularExponent(value));
 }
 
 void osgTransparencyFloatProperty::SetValue(float value) {
@@ -30,7 +28,7 @@ void osgAmbientIntensityFloatProperty::SetValue(float value) {
   if (!material) return;
   const osg::Vec4& diffuse = material->getDiffuse(osg::Material::FRONT);
   const float alpha = material->getAmbient(osg::Material::FRONT).a();
-  material->setAmbient(kBothFaces, osg::Vec4(diffuse.r() * value, diffuse.g() * value, diffuse.b() * value, alpha));
+  material->setAmbient(kBothFaces, GlColour(diffuse.r() * value, diffuse.g() * value, diffuse.b() * value, alpha));
 }
 
 }  // namespace quillon

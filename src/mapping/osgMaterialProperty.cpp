@@ -1,6 +1,7 @@
 #include "mapping/osgMaterialProperty.h"
 
 #include "mapping/MaterialState.h"
+#include "scenegraph/GlValues.h"
 
 namespace quillon {
 
@@ -23,14 +24,14 @@ void osgMaterialProperty::SetDiffuseColor(float r, float g, float b) {
   const osg::Vec3f colour(r, g, b);
   if (!material || colour == diffuse) return;
   diffuse = colour;
-  material->setDiffuse(kBothFaces, osg::Vec4(colour, material->getDiffuse(osg::Material::FRONT).a()));
+  material->setDiffuse(kBothFaces, GlColour(r, g, b, material->getDiffuse(osg::Material::FRONT).a()));
 }
 
 void osgMaterialProperty::SetEmissiveColor(float r, float g, float b) {
   const osg::Vec3f colour(r, g, b);
   if (!material || colour == emissive) return;
   emissive = colour;
-  material->setEmission(kBothFaces, osg::Vec4(colour, material->getEmission(osg::Material::FRONT).a()));
+  material->setEmission(kBothFaces, GlColour(r, g, b, material->getEmission(osg::Material::FRONT).a()));
 }
 
 void osgMaterialProperty::SetTransparency(float t) {

@@ -1,9 +1,13 @@
 #include "scenegraph/OSGSceneGraph.h"
 
 #include <cmath>
+#include <osg/GLObjects>
 #include <osg/Light>
+#include <osg/State>
 #include <osgViewer/GraphicsWindow>
+#include <utility>
 
+#include "scenegraph/GlValues.h"
 #include "scenegraph/IRenderArea.h"
 #include "scenegraph/OSGSceneGraphBuilder.h"
 #include "scenegraph/osgFakeCamera.h"
@@ -55,6 +59,7 @@ void OSGSceneGraph::initialize() {
 void OSGSceneGraph::terminate() {
   clearRegistries();
   if (view) view->setSceneData(nullptr);
+  retire(rootGroup.get());
   rootGroup = nullptr;
 }
 
@@ -109,7 +114,7 @@ void OSGSceneGraph::setBackgroundColours(float r1, float g1, float b1, float r2,
 }
 
 void OSGSceneGraph::applyBackground() {
-  if (view) view->getCamera()->setClearColor(background);
+  if (view) view->getCamera()->setClearColor(GlColour(background.r(), background.g(), background.b(), 1.0f));
 }
 
 void OSGSceneGraph::clearRegistries() { registries.clear(); }
@@ -158,8 +163,27 @@ void OSGSceneGraph::setForegroundOverride(bool on, float r, float g, float b) {
 void OSGSceneGraph::replaceScene(osg::ref_ptr<osg::Group> newRoot, osgSceneRegistry newRegistries) {
   if (!newRoot) return;
   registries = std::move(newRegistries);
-  rootGroup = std::move(newRoot);
+  osg::ref_ptr<osg::Group> old = std::exchange(rootGroup, std::move(newRoot));
   if (view) view->setSceneData(rootGroup.get());
+  if (old != rootGroup) retire(old.get());
+}
+
+void OSGSceneGraph::retire(osg::Group* old) {
+  if (!old || !view || !area || !area->makeCurrent()) return;
+  osg::State* state = area->graphicsWindow()->getState();
+  if (!state) return;
+  old->releaseGLObjects(state);
+  osg::flushAllDeletedGLObjects(state->getContextID());
+  // Each frame ends with the attributes back at the state's own defaults, but the vertex
+  // arrays stay set, known to the state only by their addresses. A new scene's array at a
+  // freed one's address would be taken as set already, and the driver would read the deleted
+  // buffer's offset as a pointer into memory.
+  if (state->getCurrentVertexArrayState()) {
+    state->lazyDisablingOfVertexAttributes();
+    state->applyDisablingOfVertexAttributes();
+    state->unbindVertexBufferObject();
+    state->unbindElementBufferObject();
+  }
 }
 
 }  // namespace quillon

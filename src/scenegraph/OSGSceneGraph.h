@@ -63,6 +63,9 @@ class OSGSceneGraph final : public ISceneGraphImplementor {
 
  private:
   void applyBackground();
+  /// Frees a scene that is no longer shown of its GL objects, in the area's context, and makes
+  /// the render state forget the vertex arrays it drew last.
+  void retire(osg::Group* old);
 
   osg::ref_ptr<osg::Group> rootGroup;
   osgSceneRegistry registries;

@@ -7,6 +7,7 @@
 #include <osg/Switch>
 
 #include "core/Trace.h"
+#include "scenegraph/GlValues.h"
 #include "scenegraph/OSGSceneGraph.h"
 #include "scenegraph/TrafoTransform.h"
 #include "scenegraph/osgFaceSet.h"
@@ -26,7 +27,7 @@ const T* given(const T* value) {
 float floatOr(const VRML::SFFloat* v, float fallback) { return given(v) ? v->value : fallback; }
 bool boolOr(const VRML::SFBool* v, bool fallback) { return given(v) ? v->value : fallback; }
 osg::Vec4 colourOr(const VRML::SFColor* v, const osg::Vec4& fallback) {
-  return given(v) ? osg::Vec4(v->value.red, v->value.green, v->value.blue, 1.0f) : fallback;
+  return given(v) ? GlColour(v->value.red, v->value.green, v->value.blue, 1.0f) : fallback;
 }
 osg::Vec3d metres(const VRML::Vec3f& v) {
   return osg::Vec3d(static_cast<double>(v.x), static_cast<double>(v.y), static_cast<double>(v.z)) *
@@ -37,10 +38,7 @@ osg::Quat rotation(const VRML::SFRotation& r) {
                            static_cast<double>(r.angle));
 }
 // A usable length in scene units: finite and not negative, else 0.
-float length(float metresValue) {
-  const float v = metresValue * kToScene;
-  return std::isfinite(v) && v > 0 ? v : 0.0f;
-}
+float length(float metresValue) { return GlLength(metresValue * kToScene); }
 
 }  // namespace
 
@@ -191,16 +189,15 @@ void OSGSceneGraphBuilder::visitMaterial(const VRML::Material& node) {
   const osg::Vec4 diffuse = colourOr(node.diffuseColor(), osg::Vec4(0.8f, 0.8f, 0.8f, 1.0f));
   const float ambientIntensity = floatOr(node.ambientIntensity(), 0.2f);
   material->setColorMode(osg::Material::OFF);
-  material->setAmbient(kBoth, osg::Vec4(diffuse.r() * ambientIntensity, diffuse.g() * ambientIntensity,
-                                        diffuse.b() * ambientIntensity, 1.0f));
+  material->setAmbient(kBoth, GlColour(diffuse.r() * ambientIntensity, diffuse.g() * ambientIntensity,
+                                       diffuse.b() * ambientIntensity, 1.0f));
   material->setDiffuse(kBoth, diffuse);
   material->setEmission(kBoth, colourOr(node.emissiveColor(), osg::Vec4(0, 0, 0, 1)));
   material->setSpecular(kBoth, colourOr(node.specularColor(), osg::Vec4(0, 0, 0, 1)));
-  const float exponent = floatOr(node.shininess(), 0.2f) * 128.0f;
-  material->setShininess(kBoth, std::isfinite(exponent) ? std::clamp(exponent, 0.0f, 128.0f) : 0.0f);
+  material->setShininess(kBoth, GlSpecularExponent(floatOr(node.shininess(), 0.2f)));
   const float opacity = 1.0f - floatOr(node.transparency(), 0.0f);
   const bool transparent = opacity < 1.0f;  // false for NaN too
-  material->setAlpha(kBoth, std::isnan(opacity) ? 1.0f : std::clamp(opacity, 0.0f, 1.0f));
+  material->setAlpha(kBoth, GlOpacity(opacity));
 
   auto* stateSet = dynamic_cast<osg::StateSet*>(parent().object());
   if (stateSet) {

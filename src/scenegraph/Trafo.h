@@ -26,8 +26,9 @@ class Trafo {
   void setScaleOrientation(const osg::Quat& q) { scaleOrientation = q; }
   void setTranslation(const osg::Vec3d& t) { translation = t; }
 
-  /// The matrix in OpenSceneGraph's row-vector convention. A part that is not finite (or a
-  /// quaternion of length 0) counts as its identity, so the matrix is always finite.
+  /// The matrix in OpenSceneGraph's row-vector convention. A part that is not finite in single
+  /// precision (or a quaternion of length 0) counts as its identity, and a scale factor of 0
+  /// as a tiny one, so the matrix is always finite and invertible.
   osg::Matrixd getMatrix() const;
   /// Replaces the parts by those of the matrix: translation, rotation and scale, with the
   /// centre and the scale orientation reset.

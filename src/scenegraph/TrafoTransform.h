@@ -1,9 +1,9 @@
 #pragma once
 // The scene's transform node: a matrix transform that remembers the trafo it was made from.
 
-#include <cmath>
 #include <osg/MatrixTransform>
 
+#include "scenegraph/GlValues.h"
 #include "scenegraph/Trafo.h"
 
 namespace quillon {
@@ -33,9 +33,8 @@ class TrafoTransform : public osg::MatrixTransform {
   /// only as an offset, so a stream of positions costs one vector addition each.
   void setTranslation(const osg::Vec3d& t) {
     trafo.setTranslation(t);
-    const bool finite = std::isfinite(t.x()) && std::isfinite(t.y()) && std::isfinite(t.z());
     osg::Matrixd m = getMatrix();
-    m.setTrans(finite ? translationOffset + t : translationOffset);  // as the trafo's own matrix would
+    m.setTrans(GlFinite(t) ? translationOffset + t : translationOffset);  // as the trafo's own matrix would
     setMatrix(m);
   }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "scenegraph/GlValues.h"
 #include "scenegraph/osgPrimitiveShapes.h"
 
 namespace quillon {
@@ -14,7 +15,10 @@ struct Face {
   std::size_t number;  // its place among all faces, usable or not
 };
 
-bool finite(const VRML::Vec3f& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+osg::Vec3 toScene(const VRML::Vec3f& p, float scale) { return osg::Vec3(p.x * scale, p.y * scale, p.z * scale); }
+
+// A point is usable when it is finite in scene units, where a large one may overflow.
+bool usablePoint(const FaceSetInput& in, std::size_t i) { return GlFinite(toScene(in.points[i], in.scale)); }
 
 std::vector<Face> usableFaces(const FaceSetInput& in) {
   std::vector<Face> faces;
@@ -32,7 +36,7 @@ std::vector<Face> usableFaces(const FaceSetInput& in) {
       continue;
     }
     const std::int32_t index = in.coordIndex[i];
-    if (index < 0 || index >= pointCount || !finite(in.points[static_cast<std::size_t>(index)])) usable = false;
+    if (index < 0 || index >= pointCount || !usablePoint(in, static_cast<std::size_t>(index))) usable = false;
   }
   return faces;
 }
@@ -63,9 +67,8 @@ std::vector<std::uint32_t> attributeIndices(std::span<const Value> values, std::
   return result;
 }
 
-osg::Vec3 toScene(const VRML::Vec3f& p, float scale) { return osg::Vec3(p.x * scale, p.y * scale, p.z * scale); }
 osg::Vec3 toVec(const VRML::Vec3f& p) { return osg::Vec3(p.x, p.y, p.z); }
-osg::Vec4 toColour(const VRML::Color3f& c) { return osg::Vec4(c.red, c.green, c.blue, 1.0f); }
+osg::Vec4 toColour(const VRML::Color3f& c) { return GlColour(c.red, c.green, c.blue, 1.0f); }
 
 // Smooth normals of the points: each triangle adds its area-weighted normal to its corners.
 std::vector<osg::Vec3> smoothNormals(const FaceSetInput& in, const std::vector<Face>& faces) {
@@ -102,8 +105,11 @@ osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
   osg::ref_ptr<osg::Vec4Array> colours = hasColours ? new osg::Vec4Array() : nullptr;
 
   // Colours and normals that follow the points (no index lists of their own) let the
-  // vertices be shared; anything else gives every corner a vertex of its own.
-  const bool shared = (!hasColours || (in.colourPerVertex && in.colourIndex.empty())) &&
+  // vertices be shared; anything else gives every corner a vertex of its own. Shared vertices
+  // are all the points, used or not, so an unusable one among them forbids sharing.
+  bool allUsable = true;
+  for (std::size_t i = 0; i < in.points.size() && allUsable; ++i) allUsable = usablePoint(in, i);
+  const bool shared = allUsable && (!hasColours || (in.colourPerVertex && in.colourIndex.empty())) &&
                       (!hasNormals || (in.normalPerVertex && in.normalIndex.empty()));
   if (shared) {
     vertices->reserve(in.points.size());

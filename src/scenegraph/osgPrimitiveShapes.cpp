@@ -3,6 +3,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "scenegraph/GlValues.h"
+
 namespace quillon {
 namespace {
 
@@ -41,6 +43,7 @@ void PrepareGeometry(osg::Geometry& geometry) {
 }
 
 osg::ref_ptr<osg::Geometry> MakeSphere(float radius) {
+  radius = GlLength(radius);
   constexpr double kPolarStep = std::numbers::pi / kSphereBands;
   constexpr double kAzimuthStep = 2 * std::numbers::pi / kSphereBands;
   auto unit = [](int band, int segment) {
@@ -70,7 +73,7 @@ osg::ref_ptr<osg::Geometry> MakeSphere(float radius) {
 }
 
 osg::ref_ptr<osg::Geometry> MakeBox(float sizeX, float sizeY, float sizeZ) {
-  const osg::Vec3 half(sizeX / 2, sizeY / 2, sizeZ / 2);
+  const osg::Vec3 half(GlLength(sizeX) / 2, GlLength(sizeY) / 2, GlLength(sizeZ) / 2);
   auto scaled = [&](const osg::Vec3& v) { return osg::Vec3(v.x() * half.x(), v.y() * half.y(), v.z() * half.z()); };
   // Each face: its normal n and two edges u, v with u x v = n, so u, v list it outward.
   const osg::Vec3 faces[6][3] = {{{1, 0, 0}, {0, 0, -1}, {0, 1, 0}}, {{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}},
@@ -85,6 +88,8 @@ osg::ref_ptr<osg::Geometry> MakeBox(float sizeX, float sizeY, float sizeZ) {
 }
 
 osg::ref_ptr<osg::Geometry> MakeCone(float bottomRadius, float height, bool side, bool bottom) {
+  bottomRadius = GlLength(bottomRadius);
+  height = GlLength(height);
   const float y0 = -height / 2, y1 = height / 2;
   constexpr double kStep = 2 * std::numbers::pi / kRoundSegments;
   Mesh mesh;
@@ -113,6 +118,8 @@ osg::ref_ptr<osg::Geometry> MakeCone(float bottomRadius, float height, bool side
 }
 
 osg::ref_ptr<osg::Geometry> MakeCylinder(float radius, float height, bool side, bool top, bool bottom) {
+  radius = GlLength(radius);
+  height = GlLength(height);
   const osg::Vec3 low(0, -height / 2, 0), high(0, height / 2, 0);
   constexpr double kStep = 2 * std::numbers::pi / kRoundSegments;
   Mesh mesh;

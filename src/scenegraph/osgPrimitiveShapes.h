@@ -1,5 +1,6 @@
 #pragma once
-// The tessellated VRML97 primitives, centred on the origin, in scene units.
+// The tessellated VRML97 primitives, centred on the origin, in scene units. A size that is
+// negative or not finite counts as 0.
 
 #include <osg/Geometry>
 #include <osg/ref_ptr>

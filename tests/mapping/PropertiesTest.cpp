@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <cmath>
+#include <limits>
 #include <osg/BlendFunc>
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -86,6 +87,26 @@ TEST(MaterialProperties, TransparencyKeepsBlendingRightBothWays) {
 
   transparency->SetValue(7.0f);  // an opacity below 0 is clamped
   EXPECT_FLOAT_EQ(m->getDiffuse(osg::Material::FRONT).a(), 0.0f);
+}
+
+// Channels may carry anything; what reaches the material is still a value OpenGL takes.
+TEST(MaterialProperties, ValuesThatAreNotNumbersNeverReachTheMaterial) {
+  const float nan = std::nanf(""), inf = std::numeric_limits<float>::infinity();
+  osg::ref_ptr<osg::Material> m = new osg::Material;
+  auto stateSet = StateWith(m.get());
+  MakeRef<osgShininessFloatProperty>(m.get())->SetValue(nan);
+  EXPECT_FLOAT_EQ(m->getShininess(osg::Material::FRONT), 0.0f);
+  MakeRef<osgTransparencyFloatProperty>(m.get())->SetValue(nan);
+  EXPECT_FLOAT_EQ(m->getDiffuse(osg::Material::FRONT).a(), 1.0f);
+  EXPECT_FALSE(Blends(*stateSet));
+  MakeRef<osgDiffuseColorProperty>(m.get())->SetColor(nan, 0.5f, inf);
+  EXPECT_EQ(m->getDiffuse(osg::Material::BACK), osg::Vec4(0, 0.5f, 0, 1));
+  MakeRef<osgAmbientIntensityFloatProperty>(m.get())->SetValue(nan);
+  EXPECT_EQ(m->getAmbient(osg::Material::BACK), osg::Vec4(0, 0, 0, m->getAmbient(osg::Material::BACK).a()));
+  auto quality = MakeRef<osgMaterialProperty>(m.get());
+  quality->SetEmissiveColor(-inf, nan, 1);
+  quality->SetTransparency(nan);
+  EXPECT_EQ(m->getEmission(osg::Material::FRONT), osg::Vec4(0, 0, 1, 1));
 }
 
 TEST(MaterialProperties, QualityMaterialStartsGreyAndBlendsItsWholeSubtree) {
