@@ -1,9 +1,16 @@
 // Channel values a second from quillon_SendChannels_v1 into the scene, with no render in
-// between: N mapped transforms (3D freeze routes) or N colour routes, good quality.
+// between: N mapped transforms (3D freeze routes) or N colour routes, good quality. The floor
+// beside them reads the same messages with a decoder that knows their layout and calls the
+// scene graph's own setters with the same values.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
+#include <osg/Group>
+#include <osg/Material>
+#include <osg/MatrixTransform>
 #include <string>
 #include <vector>
 
@@ -92,12 +99,62 @@ void SendChannels(benchmark::State& state, bool colour) {
   quillon_destroy(ctrl);
 }
 
+double GetDouble(const unsigned char* p) {
+  double d;
+  std::memcpy(&d, p, 8);
+  return d;
+}
+
+// The built-in blue-to-red map of nine colours, as the colour routes use it.
+constexpr float kMap[9][3] = {{0, 0, 0.5f}, {0, 0, 1},    {0, 0.5f, 1}, {0, 1, 1},   {0.5f, 1, 0.5f},
+                              {1, 1, 0},    {1, 0.5f, 0}, {1, 0, 0},    {0.5f, 0, 0}};
+
+void Floor(benchmark::State& state, bool colour) {
+  const int count = static_cast<int>(state.range(0));
+  osg::ref_ptr<osg::Group> root = new osg::Group;
+  std::vector<osg::ref_ptr<osg::MatrixTransform>> transforms;
+  std::vector<osg::ref_ptr<osg::Material>> materials;
+  for (int i = 0; i < count; ++i) {
+    transforms.push_back(new osg::MatrixTransform);
+    transforms.back()->setDataVariance(osg::Object::DYNAMIC);
+    materials.push_back(new osg::Material);
+    materials.back()->setDataVariance(osg::Object::DYNAMIC);
+    transforms.back()->getOrCreateStateSet()->setAttribute(materials.back().get());
+    root->addChild(transforms.back().get());
+  }
+  const std::vector<unsigned char> messages[2] = {Message(count, colour, 0), Message(count, colour, 1)};
+  int which = 0;
+  for (auto _ : state) {
+    const auto& m = messages[which ^= 1];
+    const unsigned char* p = m.data() + 15;
+    for (int i = 0; i < count; ++i) {
+      if (colour) {
+        const double x = std::clamp(GetDouble(p + 1), 0.0, 1.0);
+        const float* c = kMap[std::min(8, static_cast<int>(std::floor(x * 9.0)))];
+        materials[static_cast<std::size_t>(i)]->setDiffuse(osg::Material::FRONT_AND_BACK,
+                                                           osg::Vec4(c[0], c[1], c[2], 1.0f));
+        p += 9;
+      } else {
+        transforms[static_cast<std::size_t>(i)]->setMatrix(
+            osg::Matrix::translate(GetDouble(p + 1) * 1000.0, GetDouble(p + 9) * 1000.0, GetDouble(p + 17) * 1000.0));
+        p += 25;
+      }
+    }
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations() * count);
+}
+
 void BM_TranslationRoutes(benchmark::State& state) { SendChannels(state, false); }
+void BM_TranslationFloor(benchmark::State& state) { Floor(state, false); }
 void BM_ColourRoutes(benchmark::State& state) { SendChannels(state, true); }
+void BM_ColourFloor(benchmark::State& state) { Floor(state, true); }
 
 }  // namespace
 
 BENCHMARK(BM_TranslationRoutes)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_TranslationFloor)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ColourRoutes)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_ColourFloor)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
 BENCHMARK_MAIN();

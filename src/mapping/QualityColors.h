@@ -26,4 +26,32 @@ inline void ShowNotMeaningful(IMaterialProperty& material) {
   material.SetTransparency(0.5f);
 }
 
+/// A mapping's quality material and the colour it last showed there: a stream of values of
+/// one quality writes the material once, not once a value.
+class QualityMaterial {
+ public:
+  explicit QualityMaterial(IMaterialProperty* m) : material(Ref<IMaterialProperty>::Share(m)) {}
+
+  void ShowNominal() { Show(Shown::kNominal); }
+  void ShowMeaningful() { Show(Shown::kMeaningful); }
+  void ShowNotMeaningful() { Show(Shown::kNotMeaningful); }
+
+ private:
+  enum class Shown { kNothing, kNominal, kMeaningful, kNotMeaningful };
+
+  void Show(Shown next) {
+    if (!material || next == shown) return;
+    shown = next;
+    if (next == Shown::kNominal)
+      quillon::ShowNominal(*material);
+    else if (next == Shown::kMeaningful)
+      quillon::ShowMeaningful(*material);
+    else
+      quillon::ShowNotMeaningful(*material);
+  }
+
+  Ref<IMaterialProperty> material;
+  Shown shown = Shown::kNothing;
+};
+
 }  // namespace quillon

@@ -7,7 +7,7 @@
 namespace quillon {
 
 ZrSceneMapping3D::ZrSceneMapping3D(ITranslationProperty* t, float s, IMaterialProperty* m)
-    : scale(s), translation(Ref<ITranslationProperty>::Share(t)), material(Ref<IMaterialProperty>::Share(m)) {}
+    : scale(s), translation(Ref<ITranslationProperty>::Share(t)), quality(m) {}
 
 ZrSceneMapping::State ZrSceneMapping3D::StateOf(const ZrValue3D& value, float& x, float& y, float& z) const {
   const bool finite =
@@ -25,12 +25,12 @@ void ZrSceneMapping3DFreeze::ValueDecoded(ZrValue3D* value) {
   NotifyStateChange(state, next);
   if (next == kNominal && GetNotNominalCount() == 0 && GetNotMeaningfulCount() == 0) {
     if (translation) translation->SetTranslation(x, y, z);
-    if (material) ShowNominal(*material);
+    quality.ShowNominal();
   } else if (next == kNotMeaningful || GetNotMeaningfulCount() > 0) {
-    if (material) ShowNotMeaningful(*material);
+    quality.ShowNotMeaningful();
   } else {
     if (translation) translation->SetTranslation(x, y, z);
-    if (material) ShowMeaningful(*material);
+    quality.ShowMeaningful();
   }
   state = next;
 }
@@ -47,12 +47,10 @@ void ZrSceneMapping3DHide::ValueDecoded(ZrValue3D* value) {
     visibility.Hide();
   } else {
     if (translation) translation->SetTranslation(x, y, z);
-    if (material) {
-      if (next == kNominal && GetNotNominalCount() == 0)
-        ShowNominal(*material);
-      else
-        ShowMeaningful(*material);
-    }
+    if (next == kNominal && GetNotNominalCount() == 0)
+      quality.ShowNominal();
+    else
+      quality.ShowMeaningful();
     visibility.Show();
   }
   state = next;

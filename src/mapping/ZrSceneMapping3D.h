@@ -6,6 +6,7 @@
 #include "channels/ZrValueDecodingCallbackInterface.h"
 #include "mapping/HideSwitch.h"
 #include "mapping/IProperties.h"
+#include "mapping/QualityColors.h"
 #include "mapping/ZrSceneMapping.h"
 
 namespace quillon {
@@ -24,7 +25,7 @@ class ZrSceneMapping3D : public ZrValueDecodingCallbackInterface3D, public ZrSce
 
   float scale;
   Ref<ITranslationProperty> translation;
-  Ref<IMaterialProperty> material;
+  QualityMaterial quality;
   State state = kUnknown;
 };
 

@@ -12,7 +12,7 @@ ZrSceneMapping6D::ZrSceneMapping6D(ITranslationProperty* t, IRotationProperty* r
     : scale(s),
       translation(Ref<ITranslationProperty>::Share(t)),
       rotation(Ref<IRotationProperty>::Share(r)),
-      material(Ref<IMaterialProperty>::Share(m)) {}
+      quality(m) {}
 
 ZrSceneMapping::State ZrSceneMapping6D::StateOf(const ZrValue6D& value, float (&position)[3],
                                                 RotationMatrix& matrix) const {
@@ -28,11 +28,10 @@ ZrSceneMapping::State ZrSceneMapping6D::StateOf(const ZrValue6D& value, float (&
 void ZrSceneMapping6D::Show(State next, const float (&position)[3], const RotationMatrix& matrix) {
   if (translation) translation->SetTranslation(position[0], position[1], position[2]);
   if (rotation) rotation->SetRotation(matrix);
-  if (!material) return;
   if (next == kNominal)
-    ShowNominal(*material);
+    quality.ShowNominal();
   else
-    ShowMeaningful(*material);
+    quality.ShowMeaningful();
 }
 
 ZrSceneMapping6DFreeze::ZrSceneMapping6DFreeze(ITranslationProperty* t, IRotationProperty* r, float s,
@@ -46,7 +45,7 @@ void ZrSceneMapping6DFreeze::ValueDecoded(ZrValue6D* value) {
   const State next = StateOf(*value, position, matrix);
   NotifyStateChange(state, next);
   if (next == kNotMeaningful) {
-    if (material) ShowNotMeaningful(*material);
+    quality.ShowNotMeaningful();
   } else {
     Show(next, position, matrix);
   }

@@ -6,6 +6,7 @@
 #include "channels/ZrValueDecodingCallbackInterface.h"
 #include "mapping/HideSwitch.h"
 #include "mapping/IProperties.h"
+#include "mapping/QualityColors.h"
 #include "mapping/ZrSceneMapping.h"
 
 namespace quillon {
@@ -30,7 +31,7 @@ class ZrSceneMapping6D : public ZrValueDecodingCallbackInterface6D, public ZrSce
   float scale;
   Ref<ITranslationProperty> translation;
   Ref<IRotationProperty> rotation;
-  Ref<IMaterialProperty> material;
+  QualityMaterial quality;
   State state = kUnknown;
 };
 

@@ -33,9 +33,12 @@ class TrafoTransform : public osg::MatrixTransform {
   /// only as an offset, so a stream of positions costs one vector addition each.
   void setTranslation(const osg::Vec3d& t) {
     trafo.setTranslation(t);
-    osg::Matrixd m = getMatrix();
-    m.setTrans(GlFinite(t) ? translationOffset + t : translationOffset);  // as the trafo's own matrix would
-    setMatrix(m);
+    const osg::Vec3d moved = GlFinite(t) ? translationOffset + t : translationOffset;  // as the trafo's matrix would
+    if (_matrix.getTrans() == moved) return;  // the same matrix: no bound to dirty
+    // What setMatrix does, without copying the whole matrix twice.
+    _matrix.setTrans(moved);
+    _inverseDirty = true;
+    dirtyBound();
   }
 
  protected:
