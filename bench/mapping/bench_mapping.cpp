@@ -145,6 +145,39 @@ void Floor(benchmark::State& state, bool colour) {
   state.SetItemsProcessed(state.iterations() * count);
 }
 
+// Loading and binding: N routes, one transform each, side by side or nested in one chain.
+std::string RoutesDocument(int count, bool nested) {
+  std::string scene, routes;
+  for (int i = 0; i < count; ++i) {
+    const std::string n = std::to_string(i);
+    scene += "DEF T" + n + " Transform { translation 0 0.001 0 children [\n";
+    if (!nested) scene += "] }\n";
+    routes += "<ExternRoute from=\"Bench[0][" + n + "][3D]\" to=\"T" + n + ".translation\"/>\n";
+  }
+  if (nested)
+    for (int i = 0; i < count; ++i) scene += "] }\n";
+  return "<Visualisation><Version>1.0</Version><Scene format=\"VRML97\"><![CDATA[#VRML V2.0 utf8\n" + scene +
+         "]]></Scene>\n" + routes + "</Visualisation>\n";
+}
+
+void LoadRoutes(benchmark::State& state, bool nested) {
+  const std::string text = RoutesDocument(static_cast<int>(state.range(0)), nested);
+  QuillonCtrl* ctrl = quillon_create();
+  for (auto _ : state) {
+    char* doc = const_cast<char*>(text.c_str());
+    char* groups = nullptr;
+    QuillonBytes r = quillon_InitializeViewer_v1(ctrl, &doc, nullptr, &groups);
+    quillon_free(r.data);
+    if (!groups || !*groups) state.SkipWithError("the document did not load");
+    quillon_free(groups);
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+  quillon_destroy(ctrl);
+}
+
+void BM_LoadRoutes(benchmark::State& state) { LoadRoutes(state, false); }
+void BM_LoadNestedRoutes(benchmark::State& state) { LoadRoutes(state, true); }
+
 void BM_TranslationRoutes(benchmark::State& state) { SendChannels(state, false); }
 void BM_TranslationFloor(benchmark::State& state) { Floor(state, false); }
 void BM_ColourRoutes(benchmark::State& state) { SendChannels(state, true); }
@@ -152,6 +185,8 @@ void BM_ColourFloor(benchmark::State& state) { Floor(state, true); }
 
 }  // namespace
 
+BENCHMARK(BM_LoadRoutes)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LoadNestedRoutes)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_TranslationRoutes)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_TranslationFloor)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ColourRoutes)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
