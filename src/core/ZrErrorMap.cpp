@@ -40,8 +40,6 @@ std::string_view ZrErrorMap::GetMessage(ErrorCode code) {
   return e ? e->message : kUndocumented;
 }
 
-bool ZrErrorMap::IsRegistered(ErrorCode code) { return find(code) != nullptr; }
-
 bool ZrErrorMap::IsCoreCode(ErrorCode code) {
   const ErrorDefinition* e = find(code);
   return e && e->core;

@@ -15,7 +15,6 @@ class ZrErrorMap {
  public:
   /// The registered text, or "Undocumented error code".
   static std::string_view GetMessage(ErrorCode code);
-  static bool IsRegistered(ErrorCode code);
   /// The registration flag; false for an unregistered code.
   static bool IsCoreCode(ErrorCode code);
   /// Number of registered codes.

@@ -30,11 +30,6 @@ const NamedObject* osgSceneRegistry::findNamed(std::string_view name) const {
   return it == firstNamed.end() ? nullptr : &named[it->second];
 }
 
-std::size_t osgSceneRegistry::countNamed(std::string_view name) const {
-  return static_cast<std::size_t>(
-      std::count_if(named.begin(), named.end(), [&](const NamedObject& e) { return e.name == name; }));
-}
-
 bool osgSceneRegistry::setSwitchChoice(std::string_view name, int choice) {
   auto it = std::find_if(switchables.begin(), switchables.end(),
                          [&](const Switchable& s) { return !s.name.empty() && s.name == name; });

@@ -44,8 +44,6 @@ class osgSceneRegistry {
 
   /// The first named object of exactly that name, in insertion order, or null.
   const NamedObject* findNamed(std::string_view name) const;
-  /// How many named objects carry that name.
-  std::size_t countNamed(std::string_view name) const;
   const std::vector<NamedObject>& namedObjects() const { return named; }
 
   /// Sets the choice of the first switchable node of that name: on a Switch, -1 shows none
