@@ -14,6 +14,10 @@ void addCheckCommand(CLI::App& app, Action& run);
 void addDemoCommand(CLI::App& app, Action& run);
 void addRenderCommand(CLI::App& app, Action& run);
 void addViewCommand(CLI::App& app, Action& run);
+void addPublishCommand(CLI::App& app, Action& run);
+void addRecordCommand(CLI::App& app, Action& run);
+void addProxyCommand(CLI::App& app, Action& run);
+void addKeygenCommand(CLI::App& app, Action& run);
 
 /// Opens the interactive viewer on a document and replays a stream (none when empty) in real
 /// time, until the window is closed. The camera starts where position and orientation (the

@@ -1,5 +1,4 @@
 // quillon demo: the robot-arm example, in a window where there is a display, else as images.
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -9,6 +8,7 @@
 #include <string>
 
 #include "Commands.h"
+#include "Framing.h"
 #include "RenderSupport.h"
 #include "channels/ChannelStream.h"
 
@@ -20,37 +20,21 @@ struct DemoOptions {
   bool headless = false;
 };
 
-const std::string kExamples = QUILLON_EXAMPLES_DIR;
-
-// The camera's orientation text for a camera at `eye` that looks at `target` (metres): a turn
-// about the vertical axis, then a tilt about the camera's own horizontal axis, so the horizon stays level.
-std::string lookAt(const double eye[3], const double target[3]) {
-  const double d[3] = {target[0] - eye[0], target[1] - eye[1], target[2] - eye[2]};
-  const double length = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
-  const double yaw = std::atan2(-d[0], -d[2]);
-  const double pitch = std::asin(d[1] / length);
-  const double cy = std::cos(yaw / 2), sy = std::sin(yaw / 2), cp = std::cos(pitch / 2), sp = std::sin(pitch / 2);
-  const double q[4] = {cy * sp, sy * cp, -sy * sp, cy * cp};  // yaw * pitch
-  const double angle = 2.0 * std::acos(q[3]);
-  const double s = std::sqrt(1.0 - q[3] * q[3]);
-  if (s < 1e-9) return "0 1 0 0";
-  char text[128];
-  std::snprintf(text, sizeof text, "%.6f %.6f %.6f %.6f", q[0] / s, q[1] / s, q[2] / s, angle);
-  return text;
-}
-
-// A three-quarter view from the front, a little above the rail, that keeps the whole reach in sight.
-constexpr double kEye[3] = {0.3, 0.35, 0.85}, kTarget[3] = {0.0, 0.14, 0.0};
-
-std::string eyeText() {
-  char position[96];
-  std::snprintf(position, sizeof position, "%.3f %.3f %.3f", kEye[0], kEye[1], kEye[2]);
-  return position;
+// The installed examples beside the program (PREFIX/share/quillon/examples), else the source tree's.
+std::string ExamplesDir() {
+  std::error_code ec;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ec);
+  if (!ec) {
+    const std::filesystem::path installed = program.parent_path().parent_path() / "share" / "quillon" / "examples";
+    if (std::filesystem::is_regular_file(installed / "robot_arm.xml", ec)) return installed.string();
+  }
+  return QUILLON_EXAMPLES_DIR;
 }
 
 int runHeadless(const DemoOptions& options) {
-  const std::string document = kExamples + "/robot_arm.xml";
-  const std::string streamPath = kExamples + "/robot_arm.qcs";
+  const std::string examples = ExamplesDir();
+  const std::string document = examples + "/robot_arm.xml";
+  const std::string streamPath = examples + "/robot_arm.qcs";
   std::string xml;
   std::ifstream streamFile(streamPath, std::ios::binary);
   std::vector<ChannelStreamRecord> records;
@@ -75,7 +59,8 @@ int runHeadless(const DemoOptions& options) {
     PrintErrorList(std::cerr, outcome.errors);
     return 1;
   }
-  viewer.setCamera(eyeText(), lookAt(kEye, kTarget));
+  // The arm's whole reach through the stream stays in the picture.
+  viewer.setCamera(FrameThreeQuarter(MotionBounds(xml, records), 800.0 / 600.0));
 
   int written = 0;
   for (const ChannelStreamRecord& record : records) {
@@ -96,7 +81,8 @@ int runHeadless(const DemoOptions& options) {
 int runDemo(const DemoOptions& options) {
   const bool display = std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
   if (options.headless || !display) return runHeadless(options);
-  return RunViewer(kExamples + "/robot_arm.xml", kExamples + "/robot_arm.qcs", 1.0, eyeText(), lookAt(kEye, kTarget));
+  const std::string examples = ExamplesDir();
+  return RunViewer(examples + "/robot_arm.xml", examples + "/robot_arm.qcs", 1.0);
 }
 
 }  // namespace

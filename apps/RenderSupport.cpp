@@ -55,6 +55,17 @@ bool OffscreenViewer::setCamera(const std::string& position, const std::string& 
   return ok != 0;
 }
 
+bool OffscreenViewer::setCamera(const std::array<std::string, 6>& texts) {
+  std::array<std::string, 6> copies = texts;
+  char* in[6];
+  for (std::size_t i = 0; i < 6; ++i) in[i] = copies[i].empty() ? nullptr : copies[i].data();
+  const int ok = quillon_SetCameraPosition_v1(ctrl, &in[0], &in[1], &in[2], &in[3], &in[4], &in[5]);
+  // Every text comes back as a new string, ours to free.
+  for (std::size_t i = 0; i < 6; ++i)
+    if (in[i] != (copies[i].empty() ? nullptr : copies[i].data())) quillon_free(in[i]);
+  return ok != 0;
+}
+
 std::string OffscreenViewer::send(const std::vector<unsigned char>& message) {
   QuillonBytes result = quillon_SendChannels_v1(ctrl, message.data(), static_cast<long>(message.size()));
   std::string text(reinterpret_cast<const char*>(result.data), result.size);

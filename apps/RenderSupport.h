@@ -1,6 +1,7 @@
 #pragma once
 // A headless viewer through the C interface, for the commands that write images.
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ class OffscreenViewer {
   void viewAll();
   /// Places the camera: position "x y z" in metres, orientation "axis-x axis-y axis-z angle".
   bool setCamera(const std::string& position, const std::string& orientation);
+  /// Places the camera with the six texts of SetCameraPosition_v1; an empty one takes its default.
+  bool setCamera(const std::array<std::string, 6>& texts);
   /// Sends one message; returns the viewer's error text, empty when it decoded cleanly.
   std::string send(const std::vector<unsigned char>& message);
   /// Writes what the view shows as a PNG image. A failed write leaves no file behind.

@@ -1,6 +1,7 @@
 // quillon view: the interactive viewer, replaying a recorded stream in real time.
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QStringDecoder>
 #include <QTimer>
 #include <algorithm>
 #include <atomic>
@@ -18,6 +19,8 @@
 
 #include "Commands.h"
 #include "Diagnostics.h"
+#include "Framing.h"
+#include "LiveView.h"
 #include "RenderSupport.h"
 #include "channels/ChannelStream.h"
 #include "control/QuillonComponent.h"
@@ -36,12 +39,30 @@ struct ViewOptions {
   double duration = 0;  // seconds; 0 runs until the window is closed
   bool reportFps = false;
   std::string cameraPosition, cameraOrientation;  // empty: fit the view to the scene
+  LiveOptions live;
 };
 
-std::string labelOf(const std::string& xml) {
+// The document's label in the encoding that its XML declaration names (UTF-8 when it names none).
+QString labelOf(const std::string& xml) {
   static const std::regex label("<Label>([^<]*)</Label>");
+  static const std::regex declaration(R"(^\s*<\?xml[^>]*encoding\s*=\s*["']([A-Za-z0-9._-]+)["'])");
   std::smatch match;
-  return std::regex_search(xml, match, label) ? match[1].str() : std::string();
+  if (!std::regex_search(xml, match, label)) return {};
+  const QByteArray text = QByteArray::fromStdString(match[1].str());
+  std::smatch named;
+  QString decoded = QString::fromUtf8(text);
+  if (std::regex_search(xml, named, declaration)) {
+    const QString encoding = QString::fromStdString(named[1].str()).toLower();
+    if (encoding == QLatin1String("iso-8859-1") || encoding == QLatin1String("latin1") ||
+        encoding == QLatin1String("iso_8859-1") || encoding == QLatin1String("l1"))
+      decoded = QString::fromLatin1(text);
+    else if (auto known = QStringConverter::encodingForName(named[1].str().c_str()))
+      decoded = QStringDecoder(*known).decode(text);
+  }
+  for (auto [entity, character] :
+       {std::pair{"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}})
+    decoded.replace(QLatin1String(entity), QLatin1String(character));
+  return decoded.trimmed();
 }
 
 /// Sends what is due by the replay clock on a short timer, never more than the latest message of
@@ -244,6 +265,10 @@ int runView(const ViewOptions& options) {
       std::cerr << "quillon: " << options.stream << " ends in a cut-short record; replaying the " << records.size()
                 << " whole ones\n";
   }
+  if (options.live.given() && !options.stream.empty()) {
+    std::cerr << "quillon view: give either --stream FILE.qcs or a live source (--connect, --bind)\n";
+    return 2;
+  }
   if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY")) {
     std::cerr << "quillon: view needs a display; use `quillon render` without one\n";
     return 2;
@@ -257,14 +282,22 @@ int runView(const ViewOptions& options) {
   std::string annotated, groups;
   const std::string errors = viewer.initializeViewer(xml, annotated, groups);
   if (!errors.empty()) std::cerr << errors << '\n';
-  viewer.viewAll();
-  if (!options.cameraPosition.empty())
+  // Unless a camera is given, the view takes in the whole scene through the whole stream.
+  if (options.cameraPosition.empty())
+    viewer.component().SetCameraPosition(FrameThreeQuarter(MotionBounds(xml, records), 4.0 / 3.0));
+  else
     viewer.component().SetCameraPosition(
         {options.cameraPosition, options.cameraOrientation, "0.01", "100.0", "1.0", "1.0"});
   viewer.resize(960, 720);
+  if (options.live.given()) {
+    if (const std::string error = ShowLive(viewer, options.live); !error.empty()) {
+      std::cerr << "quillon view: " << error << '\n';
+      return 1;
+    }
+  }
   viewer.show();
 
-  const QString label = QString::fromStdString(labelOf(xml));
+  const QString label = labelOf(xml);
   Replay replay(viewer, std::move(records), options.speed, label.isEmpty() ? QStringLiteral("Quillon") : label,
                 checked.groups);
   std::unique_ptr<InputProbe> probe;
@@ -287,6 +320,7 @@ int runView(const ViewOptions& options) {
                        &QApplication::quit);
   const int status = application.exec();
   replay.reportErrors();
+  ReportLive(viewer);
   if (probe)
     reportFrames(area->frameStats(), application, replay, *probe, static_cast<double>(elapsed.elapsed()) / 1000.0);
   return status;
@@ -315,6 +349,7 @@ void addViewCommand(CLI::App& app, Action& run) {
       ->check(CLI::NonNegativeNumber);
   cmd->add_flag("--report-fps", options.reportFps,
                 "On closing, print the frames drawn, the messages received and how long input waited");
+  options.live.add(*cmd, "publishers");
   cmd->callback([&run] { run = [] { return runView(options); }; });
 }
 

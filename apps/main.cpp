@@ -12,6 +12,10 @@ int main(int argc, char** argv) {
   quillon::app::addDemoCommand(app, run);
   quillon::app::addRenderCommand(app, run);
   quillon::app::addViewCommand(app, run);
+  quillon::app::addPublishCommand(app, run);
+  quillon::app::addRecordCommand(app, run);
+  quillon::app::addProxyCommand(app, run);
+  quillon::app::addKeygenCommand(app, run);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {

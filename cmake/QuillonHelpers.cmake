@@ -34,7 +34,8 @@ function(quillon_add_library name)
 endfunction()
 
 # quillon_add_test(name SOURCES... [DEPS targets...] [LABELS labels...])
-# A GoogleTest executable; each test case becomes one CTest test.
+# A GoogleTest executable; each test case becomes one CTest test. In builds that look for
+# OpenGL errors (QUILLON_CHECK_GL) a test fails on any that the library reports.
 function(quillon_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPS;LABELS" ${ARGN})
   if(QUILLON_FUZZ)
@@ -43,11 +44,14 @@ function(quillon_add_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gtest_main GTest::gmock quillon_warnings)
   target_compile_definitions(${name} PRIVATE QUILLON_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${ARG_LABELS}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${ARG_LABELS}"
+    FAIL_REGULAR_EXPRESSION "quillon: OpenGL error")
 endfunction()
 
 # quillon_add_fuzzer(name SOURCE file CORPUS dir [DEPS targets...] [SECONDS n])
-# A libFuzzer target, built only with QUILLON_FUZZ; its CTest test runs it from the seed corpus.
+# A libFuzzer target, built only with QUILLON_FUZZ; its CTest test runs it from the seed corpus,
+# with the dictionary name.dict beside the CMakeLists.txt when there is one. Each target is also
+# listed in BUILD/fuzzers/name.txt (program, corpus, dictionary) for longer campaigns.
 function(quillon_add_fuzzer name)
   cmake_parse_arguments(ARG "" "SOURCE;CORPUS;SECONDS" "DEPS" ${ARGN})
   if(NOT QUILLON_FUZZ)
@@ -61,10 +65,19 @@ function(quillon_add_fuzzer name)
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
   add_dependencies(fuzzers ${name})
   set(work ${CMAKE_CURRENT_BINARY_DIR}/${name}-corpus)
+  set(dict ${CMAKE_CURRENT_SOURCE_DIR}/${name}.dict)
+  set(dict_option)
+  if(EXISTS ${dict})
+    set(dict_option -dict=${dict})
+  else()
+    set(dict "")
+  endif()
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/fuzzers/${name}.txt
+    CONTENT "$<TARGET_FILE:${name}>\n${ARG_CORPUS}\n${dict}\n")
   add_test(NAME ${name}
     COMMAND ${CMAKE_COMMAND} -E env ASAN_OPTIONS=detect_leaks=1
             $<TARGET_FILE:${name}> -max_total_time=${ARG_SECONDS} -timeout=10 -rss_limit_mb=2048
-            -print_final_stats=1 ${work} ${ARG_CORPUS})
+            -print_final_stats=1 ${dict_option} ${work} ${ARG_CORPUS})
   set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 600
     FIXTURES_REQUIRED ${name}-corpus)
   add_test(NAME ${name}-corpus COMMAND ${CMAKE_COMMAND} -E make_directory ${work})

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "control/ComponentErrorCodes.h"
+#include "control/HostEvents.h"
 #include "control/HostStrings.h"
 #include "core/ZrErrorHandler.h"
 
@@ -62,6 +63,16 @@ QuillonBytes CQuillonCtrl::InitializeViewer_v1(char** xmlDescription, char** xml
   WriteHostString(neededChannelGroups, needed);
   return ToHostBytes(result);
 }
+
+int CQuillonCtrl::LoadDocument(const char* xml, char** annotated, char** neededGroups) {
+  std::string annotatedText, groups;
+  const ErrorCode result = component_->LoadDocument(xml ? std::string(xml) : std::string(), annotatedText, groups);
+  WriteHostString(annotated, annotatedText);
+  WriteHostString(neededGroups, groups);
+  return static_cast<int>(result);
+}
+
+void CQuillonCtrl::ProcessEvents() { ProcessEmbeddedViewerEvents(component_->RenderArea()); }
 
 int CQuillonCtrl::GetCameraPosition_v1(char** texts[6]) {
   QuillonComponent::CameraTexts values;

@@ -62,6 +62,11 @@ class CQuillonCtrl {
   int HideNode_v1(char** nodeName);
   int UnhideNode_v1(char** nodeName);
 
+  /// InitializeViewer_v1 that returns 0 or the code of the load's first error.
+  int LoadDocument(const char* xml, char** annotated, char** neededGroups);
+  /// Handles the pending window events of a viewer embedded into a native window.
+  void ProcessEvents();
+
  private:
   std::unique_ptr<QuillonComponent> component_;
   std::vector<unsigned char> channelBuffer;

@@ -70,6 +70,8 @@ void QuillonComponent::Resize(int width, int height) {
   Redraw();
 }
 
+IRenderArea* QuillonComponent::RenderArea() const { return sceneGraph ? sceneGraph->renderArea() : nullptr; }
+
 int QuillonComponent::RenderRgba(unsigned char* pixels, std::size_t size) {
   IRenderArea* area = sceneGraph ? sceneGraph->renderArea() : nullptr;
   if (!area || !pixels) return 1;
@@ -81,12 +83,20 @@ int QuillonComponent::RenderRgba(unsigned char* pixels, std::size_t size) {
 
 std::string QuillonComponent::InitializeViewer(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
                                                std::string& neededChannelGroups) {
-  if (parser && parser->Parse(*this, xmlDescription, &xmlDescriptionAnnotated, &neededChannelGroups) != 0)
-    RaiseError(QUILLONCOMPONENT_INITIALIZEVIEWER);
-  Redraw();
+  LoadDocument(xmlDescription, xmlDescriptionAnnotated, neededChannelGroups);
   // By design the result is empty even for a failed document; the host learns of the
   // failure from the two outputs, and the error list keeps the reason.
   return ConvertErrorTreeForCOM(false);
+}
+
+ErrorCode QuillonComponent::LoadDocument(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
+                                         std::string& neededChannelGroups) {
+  firstRegistrationError = HALCYON_SUCCESS;
+  ErrorCode result = HALCYON_SUCCESS;
+  if (parser) result = parser->Parse(*this, xmlDescription, &xmlDescriptionAnnotated, &neededChannelGroups);
+  if (result != HALCYON_SUCCESS) RaiseError(QUILLONCOMPONENT_INITIALIZEVIEWER);
+  Redraw();
+  return result != HALCYON_SUCCESS ? result : firstRegistrationError;
 }
 
 ErrorCode QuillonComponent::RegisterInDecoder(const std::string& controlPathName, std::int32_t groupNumber,
@@ -95,8 +105,12 @@ ErrorCode QuillonComponent::RegisterInDecoder(const std::string& controlPathName
   ZrValueDecodingCallbackInterface* receiver = mapping.get();
   if (!receiver) return RaiseRootError(QUILLONCOMPONENT_REGISTERINDECODER);
   mappings.push_back(std::move(mapping));
-  if (!decoder || decoder->Register(controlPathName, groupNumber, channelNumber, receiver) != HALCYON_SUCCESS)
+  if (!decoder || decoder->Register(controlPathName, groupNumber, channelNumber, receiver) != HALCYON_SUCCESS) {
+    // The root of the list is the decoder's reason; later routes may replace it.
+    if (firstRegistrationError == HALCYON_SUCCESS)
+      firstRegistrationError = decoder ? ZrErrorHandler::Instance().CodeAt(0) : QUILLONCOMPONENT_REGISTERINDECODER;
     return RaiseError(QUILLONCOMPONENT_REGISTERINDECODER);
+  }
   return HALCYON_SUCCESS;
 }
 

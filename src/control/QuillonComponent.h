@@ -40,6 +40,10 @@ class QuillonComponent final : public IMappingRegistrar {
 
   std::string InitializeViewer(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
                                std::string& neededChannelGroups);
+  /// InitializeViewer that tells how the load went: 0, or the code of the first error it raised
+  /// (the document's fault, or a route that could not be registered).
+  ErrorCode LoadDocument(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
+                         std::string& neededChannelGroups);
   ErrorCode RegisterInDecoder(const std::string& controlPathName, std::int32_t groupNumber, std::uint32_t channelNumber,
                               std::unique_ptr<ZrValueDecodingCallbackInterface> mapping) override;
   void ClearMappings() override;
@@ -70,6 +74,8 @@ class QuillonComponent final : public IMappingRegistrar {
   std::string ConvertErrorTreeForCOM(bool hadError);
 
   std::size_t MappingCount() const { return mappings.size(); }
+  /// The render area that the scene-graph holder draws into, or null.
+  IRenderArea* RenderArea() const;
 
  private:
   void Redraw();
@@ -82,6 +88,7 @@ class QuillonComponent final : public IMappingRegistrar {
   std::vector<std::unique_ptr<ZrValueDecodingCallbackInterface>> mappings;
   ISceneGraphImplementor* sceneGraph;
   RenderAreaFactory makeRenderArea;
+  ErrorCode firstRegistrationError = 0;  // of the document being loaded
 };
 
 }  // namespace quillon

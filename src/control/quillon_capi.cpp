@@ -2,8 +2,12 @@
 // into the function's neutral result, so nothing ever unwinds into the host.
 #include <cstdlib>
 #include <new>
+#include <string>
+#include <string_view>
 
 #include "control/CQuillonCtrl.h"
+#include "control/ComponentErrorCodes.h"
+#include "core/Trace.h"
 #include "quillon/quillon.h"
 
 struct QuillonCtrl {
@@ -173,6 +177,30 @@ void quillon_SetNominalThreshold(QuillonCtrl* ctrl, float threshold) {
 
 void quillon_SetViewportManipulationMode(QuillonCtrl* ctrl, unsigned char mode) {
   guarded(ctrl, [&](Ctrl& c) { c.component().SetViewportManipulationMode(mode); });
+}
+
+int quillon_load_document(QuillonCtrl* ctrl, const char* xml, char** annotated, char** neededGroups) {
+  return guarded(ctrl, static_cast<int>(quillon::QUILLONCOMPONENT_INITIALIZEVIEWER),
+                 [&](Ctrl& c) { return c.LoadDocument(xml, annotated, neededGroups); });
+}
+
+void quillon_set_trace_callback(void (*fn)(const char* line, void* user), void* user) {
+  try {
+    if (!fn) {
+      quillon::SetTraceSink({});
+      return;
+    }
+    quillon::SetTraceSink([fn, user](std::string_view line) {
+      std::string text(line);
+      if (!text.empty() && text.back() == '\n') text.pop_back();
+      fn(text.c_str(), user);
+    });
+  } catch (...) {
+  }
+}
+
+void quillon_process_events(QuillonCtrl* ctrl) {
+  guarded(ctrl, [](Ctrl& c) { c.ProcessEvents(); });
 }
 
 }  // extern "C"

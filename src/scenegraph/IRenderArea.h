@@ -24,6 +24,9 @@ class IRenderArea {
   virtual void resize(int width, int height) = 0;
   /// Makes the area's context current; false when it cannot draw.
   virtual bool makeCurrent() = 0;
+  /// Gives the thread back the context that was current before makeCurrent, once a piece of
+  /// work is done. A window system that owns its contexts (Qt) needs nothing here.
+  virtual void doneCurrent() {}
   /// After a frame: resolve, present, or schedule the repaint.
   virtual void present() = 0;
   /// Asks for a frame at the next opportunity (a paint, or the next read of the pixels).

@@ -7,6 +7,7 @@
 #include <osgViewer/GraphicsWindow>
 #include <utility>
 
+#include "scenegraph/GlErrorLog.h"
 #include "scenegraph/GlValues.h"
 #include "scenegraph/IRenderArea.h"
 #include "scenegraph/OSGSceneGraphBuilder.h"
@@ -14,6 +15,21 @@
 
 namespace quillon {
 namespace {
+
+// The area's context for one piece of work, given back when the work ends however it ends.
+class CurrentArea {
+ public:
+  explicit CurrentArea(IRenderArea* a) : area(a && a->makeCurrent() ? a : nullptr) {}
+  ~CurrentArea() {
+    if (area) area->doneCurrent();
+  }
+  CurrentArea(const CurrentArea&) = delete;
+  CurrentArea& operator=(const CurrentArea&) = delete;
+  explicit operator bool() const { return area != nullptr; }
+
+ private:
+  IRenderArea* area;
+};
 
 // The head light: a point light beside the eye that moves with the view.
 void setUpHeadLight(osgViewer::Viewer& viewer) {
@@ -87,7 +103,10 @@ void OSGSceneGraph::attachToWindow(std::unique_ptr<IRenderArea> newArea) {
   camera->getOrCreateStateSet()->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
   setUpHeadLight(*viewer);
   if (rootGroup) viewer->setSceneData(rootGroup.get());
-  if (area->makeCurrent()) viewer->realize();
+  if (const CurrentArea current(area.get()); current) {
+    viewer->realize();
+    CheckGlErrors("realising the viewer");
+  }
   view = viewer;
 
   cameraWrapper = std::make_unique<osgCamera>();
@@ -99,8 +118,10 @@ void OSGSceneGraph::detachFromWindow() {
   cameraWrapper.reset();
   if (view) {
     // The viewer closes its context on the way out; that must happen in the area's context.
-    if (area && area->makeCurrent()) {
+    if (const CurrentArea current(area.get()); current) {
       if (rootGroup) rootGroup->releaseGLObjects(area->graphicsWindow()->getState());
+      view = nullptr;
+      CheckGlErrors("releasing the window's objects");
     }
     view = nullptr;
   }
@@ -126,13 +147,18 @@ void OSGSceneGraph::refresh(int) {
 void OSGSceneGraph::render() {
   if (!area || !view || !rootGroup || !cameraWrapper) return;
   try {
-    if (!area->makeCurrent()) return;
+    const CurrentArea current(area.get());
+    if (!current) return;
+    WatchGlErrors(area->graphicsWindow()->getState());
+    CheckGlErrors("before the frame");
     osg::Camera* camera = view->getCamera();
     camera->setViewport(0, 0, area->width(), area->height());
     cameraWrapper->setAspectRatio(static_cast<double>(area->width()) / area->height());
     cameraWrapper->applyTo(*camera, rootGroup->getBound());
     view->frame();
+    CheckGlErrors("after the frame");
     area->present();
+    CheckGlErrors("after presenting the frame");
   } catch (...) {
     // A failed frame leaves the last picture; the host is never the victim of a draw.
   }
@@ -169,9 +195,12 @@ void OSGSceneGraph::replaceScene(osg::ref_ptr<osg::Group> newRoot, osgSceneRegis
 }
 
 void OSGSceneGraph::retire(osg::Group* old) {
-  if (!old || !view || !area || !area->makeCurrent()) return;
+  if (!old || !view || !area) return;
+  const CurrentArea current(area.get());
+  if (!current) return;
   osg::State* state = area->graphicsWindow()->getState();
   if (!state) return;
+  CheckGlErrors("before a scene was retired");
   old->releaseGLObjects(state);
   osg::flushAllDeletedGLObjects(state->getContextID());
   // Each frame ends with the attributes back at the state's own defaults, but the vertex
@@ -184,6 +213,7 @@ void OSGSceneGraph::retire(osg::Group* old) {
     state->unbindVertexBufferObject();
     state->unbindElementBufferObject();
   }
+  CheckGlErrors("retiring a scene");
 }
 
 }  // namespace quillon

@@ -21,6 +21,7 @@
 #endif
 
 #include "core/Trace.h"
+#include "scenegraph/GlErrorLog.h"
 
 namespace quillon {
 
@@ -37,6 +38,7 @@ struct OffscreenRenderArea::Gl {
   void(APIENTRY* framebufferRenderbuffer)(GLenum, GLenum, GLenum, GLuint) = nullptr;
   GLenum(APIENTRY* checkFramebufferStatus)(GLenum) = nullptr;
   void(APIENTRY* blitFramebuffer)(GLint, GLint, GLint, GLint, GLint, GLint, GLint, GLint, GLbitfield, GLenum) = nullptr;
+  bool complete = false;  // every function was found
 
   template <class F>
   static bool load(F& f, const char* name) {
@@ -45,12 +47,13 @@ struct OffscreenRenderArea::Gl {
   }
 
   bool load() {
-    return load(genFramebuffers, "glGenFramebuffers") && load(deleteFramebuffers, "glDeleteFramebuffers") &&
-           load(bindFramebuffer, "glBindFramebuffer") && load(genRenderbuffers, "glGenRenderbuffers") &&
-           load(deleteRenderbuffers, "glDeleteRenderbuffers") && load(bindRenderbuffer, "glBindRenderbuffer") &&
-           load(renderbufferStorageMultisample, "glRenderbufferStorageMultisample") &&
-           load(framebufferRenderbuffer, "glFramebufferRenderbuffer") &&
-           load(checkFramebufferStatus, "glCheckFramebufferStatus") && load(blitFramebuffer, "glBlitFramebuffer");
+    return complete =
+               load(genFramebuffers, "glGenFramebuffers") && load(deleteFramebuffers, "glDeleteFramebuffers") &&
+               load(bindFramebuffer, "glBindFramebuffer") && load(genRenderbuffers, "glGenRenderbuffers") &&
+               load(deleteRenderbuffers, "glDeleteRenderbuffers") && load(bindRenderbuffer, "glBindRenderbuffer") &&
+               load(renderbufferStorageMultisample, "glRenderbufferStorageMultisample") &&
+               load(framebufferRenderbuffer, "glFramebufferRenderbuffer") &&
+               load(checkFramebufferStatus, "glCheckFramebufferStatus") && load(blitFramebuffer, "glBlitFramebuffer");
   }
 };
 
@@ -101,7 +104,9 @@ EGLDisplay sharedDisplay() {
   return display;
 }
 
+// Leaves the thread's bound API as the host had it.
 EGLContext createContext(EGLDisplay display) {
+  const EGLenum api = eglQueryAPI();
   if (!eglBindAPI(EGL_OPENGL_API)) return EGL_NO_CONTEXT;
   const EGLint configAttributes[] = {
       EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT, EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8, EGL_NONE};
@@ -111,7 +116,9 @@ EGLContext createContext(EGLDisplay display) {
   // The fixed-function pipeline that the scene is drawn with needs the compatibility profile.
   const EGLint contextAttributes[] = {EGL_CONTEXT_OPENGL_PROFILE_MASK, EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT,
                                       EGL_NONE};
-  return eglCreateContext(display, config, EGL_NO_CONTEXT, contextAttributes);
+  const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, contextAttributes);
+  eglBindAPI(api);
+  return context;
 }
 
 }  // namespace
@@ -134,8 +141,16 @@ std::unique_ptr<OffscreenRenderArea> OffscreenRenderArea::create(int width, int 
   area->w = width;
   area->h = height;
   area->gl = std::make_unique<Gl>();
-  if (!eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context) || !area->gl->load() || !area->createBuffers())
+  if (!area->bind()) {
+    // Under libglvnd a thread with another window system's context current (GLX) cannot
+    // make an EGL one current.
+    Trace("OffscreenRenderArea: the context cannot be made current (EGL error 0x%x)\n", area->bindError);
     return nullptr;
+  }
+  const bool made = area->gl->load() && area->createBuffers();
+  CheckGlErrors("making the framebuffers");
+  area->doneCurrent();
+  if (!made) return nullptr;
   area->window = new osgViewer::GraphicsWindowEmbedded(0, 0, width, height);
   area->window->setDefaultFboId(area->drawFbo);
   return area;
@@ -143,11 +158,33 @@ std::unique_ptr<OffscreenRenderArea> OffscreenRenderArea::create(int width, int 
 
 OffscreenRenderArea::~OffscreenRenderArea() {
   if (!context) return;
-  EGLDisplay d = static_cast<EGLDisplay>(display);
-  if (eglMakeCurrent(d, EGL_NO_SURFACE, EGL_NO_SURFACE, static_cast<EGLContext>(context))) deleteBuffers();
+  if (gl && gl->complete && bind()) deleteBuffers();
   window = nullptr;
-  eglMakeCurrent(d, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-  eglDestroyContext(d, static_cast<EGLContext>(context));
+  doneCurrent();
+  eglDestroyContext(static_cast<EGLDisplay>(display), static_cast<EGLContext>(context));
+}
+
+bool OffscreenRenderArea::bind() {
+  if (eglQueryAPI() == EGL_OPENGL_API && eglGetCurrentContext() == static_cast<EGLContext>(context)) return true;
+  const Previous before{static_cast<unsigned>(eglQueryAPI()), eglGetCurrentDisplay(), eglGetCurrentSurface(EGL_DRAW),
+                        eglGetCurrentSurface(EGL_READ), eglGetCurrentContext()};
+  if (!eglBindAPI(EGL_OPENGL_API) || !eglMakeCurrent(static_cast<EGLDisplay>(display), EGL_NO_SURFACE, EGL_NO_SURFACE,
+                                                     static_cast<EGLContext>(context))) {
+    bindError = static_cast<unsigned>(eglGetError());
+    eglBindAPI(before.api);
+    return false;
+  }
+  previous = before;
+  return true;
+}
+
+void OffscreenRenderArea::doneCurrent() {
+  if (eglQueryAPI() != EGL_OPENGL_API || eglGetCurrentContext() != static_cast<EGLContext>(context)) return;
+  eglMakeCurrent(static_cast<EGLDisplay>(display), EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+  if (previous.api) eglBindAPI(previous.api);
+  if (previous.context != EGL_NO_CONTEXT)
+    eglMakeCurrent(previous.display, previous.draw, previous.read, previous.context);
+  previous = {};
 }
 
 bool OffscreenRenderArea::createBuffers() {
@@ -201,9 +238,7 @@ void OffscreenRenderArea::deleteBuffers() {
 
 void OffscreenRenderArea::resize(int width, int height) {
   if (width <= 0 || height <= 0 || width > kMaxSize || height > kMaxSize || (width == w && height == h)) return;
-  if (!eglMakeCurrent(static_cast<EGLDisplay>(display), EGL_NO_SURFACE, EGL_NO_SURFACE,
-                      static_cast<EGLContext>(context)))
-    return;
+  if (!bind()) return;
   const int oldW = w, oldH = h;
   deleteBuffers();
   w = width;
@@ -215,15 +250,15 @@ void OffscreenRenderArea::resize(int width, int height) {
     h = oldH;
     createBuffers();
   }
+  CheckGlErrors("making the framebuffers of a new size");
+  doneCurrent();
   window->setDefaultFboId(drawFbo);
   window->resized(0, 0, w, h);
   redrawPending = true;
 }
 
 bool OffscreenRenderArea::makeCurrent() {
-  if (!drawFbo || !eglMakeCurrent(static_cast<EGLDisplay>(display), EGL_NO_SURFACE, EGL_NO_SURFACE,
-                                  static_cast<EGLContext>(context)))
-    return false;
+  if (!drawFbo || !bind()) return false;
   gl->bindFramebuffer(GL_FRAMEBUFFER, drawFbo);
   return true;
 }
@@ -234,6 +269,7 @@ void OffscreenRenderArea::present() {
   gl->bindFramebuffer(GL_DRAW_FRAMEBUFFER, resolveFbo);
   gl->blitFramebuffer(0, 0, w, h, 0, 0, w, h, GL_COLOR_BUFFER_BIT, GL_NEAREST);
   gl->bindFramebuffer(GL_FRAMEBUFFER, drawFbo);
+  CheckGlErrors("resolving the multisampled framebuffer");
   redrawPending = false;
 }
 
@@ -244,6 +280,8 @@ bool OffscreenRenderArea::readPixels(unsigned char* rgba, std::size_t size) {
   glPixelStorei(GL_PACK_ALIGNMENT, 1);
   glReadPixels(0, 0, w, h, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
   gl->bindFramebuffer(GL_FRAMEBUFFER, drawFbo);
+  CheckGlErrors("reading the pixels");
+  doneCurrent();
   // OpenGL's rows run bottom up; the caller's run top down.
   std::vector<unsigned char> swap(row);
   for (int y = 0; y < h / 2; ++y) {

@@ -24,6 +24,7 @@ class OffscreenRenderArea final : public IRenderArea {
   int height() const override { return h; }
   void resize(int width, int height) override;
   bool makeCurrent() override;
+  void doneCurrent() override;
   void present() override;
   void triggerRedraw() override { redrawPending = true; }
   bool readPixels(unsigned char* rgba, std::size_t size) override;
@@ -35,12 +36,24 @@ class OffscreenRenderArea final : public IRenderArea {
 
  private:
   struct Gl;
+  /// What was current on the thread before the area took it: the host's own OpenGL must find
+  /// its thread as it left it, and one API's context left current keeps another's out.
+  struct Previous {
+    unsigned int api = 0;
+    void* display = nullptr;
+    void* draw = nullptr;
+    void* read = nullptr;
+    void* context = nullptr;
+  };
   OffscreenRenderArea() = default;
+  bool bind();
   bool createBuffers();
   void deleteBuffers();
 
   void* display = nullptr;
   void* context = nullptr;
+  Previous previous;
+  unsigned int bindError = 0;  // why bind() last failed, for the trace
   std::unique_ptr<Gl> gl;
   unsigned int drawFbo = 0, drawColour = 0, drawDepth = 0;
   unsigned int resolveFbo = 0, resolveColour = 0;

@@ -82,6 +82,23 @@ contains "render a mismatched stream" "$err" "message 2: 1290100: "
 contains "render a mismatched stream" "$err" "code 1290100 in 10 messages in all (messages 0 to 9)"
 [ "$(printf '%s\n' "$err" | grep -c 'message [0-9]*: 1290100')" = 3 ] || fail "repeats are not summed up: $err"
 
+# Without a camera of its own, render frames every example: the scene fills a fair part of the
+# picture. --camera places the camera as given; one behind the scene shows the background only.
+coverage() { /usr/bin/python3 "$(dirname "$0")/png_coverage.py" "$1"; }
+for doc in "$examples"/*.xml; do
+  case "$doc" in *faulty*) continue ;; esac
+  expect 0 "render $doc framed" -- "$quillon" render "$doc" --size 160x120 -o "$work/framed.png"
+  share=$(coverage "$work/framed.png")
+  awk -v s="$share" 'BEGIN { exit !(s > 0.05 && s < 0.9) }' || fail "render $doc framed covers $share of the picture"
+done
+expect 0 "render with a camera" -- "$quillon" render "$examples/basic.xml" --size 160x120 -o "$work/cam.png" \
+  --camera "0 0 -1;0 1 0 0;;;;"
+[ "$(coverage "$work/cam.png")" = "0.000" ] || fail "a camera looking away still shows the box"
+expect 2 "render with seven camera texts" -- "$quillon" render "$examples/basic.xml" -o "$work/cam.png" \
+  --camera "1;2;3;4;5;6;7"
+expect 2 "render with an unreadable camera" -- "$quillon" render "$examples/basic.xml" -o "$work/cam.png" \
+  --camera "a b c"
+
 # Usage errors.
 expect 2 "frames without a stream" -- "$quillon" render "$examples/basic.xml" --frames "$work/frames"
 contains "frames without a stream" "$err" "needs --stream"

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "quillon/quillon.h"
 
@@ -42,6 +43,10 @@ TEST(CApi, EveryFunctionAcceptsANullControl) {
   quillon_SetMeaningfulThreshold(nullptr, 1);
   quillon_SetNominalThreshold(nullptr, 1);
   quillon_SetViewportManipulationMode(nullptr, 1);
+  char* untouched = nullptr;
+  EXPECT_EQ(quillon_load_document(nullptr, "<Visualisation/>", &untouched, &untouched), 1290303);
+  EXPECT_EQ(untouched, nullptr);
+  quillon_process_events(nullptr);
   quillon_destroy(nullptr);
   quillon_free(nullptr);
 }
@@ -98,6 +103,102 @@ TEST(CApi, InitializeViewerAnswersWithTheEmptyText) {
   EXPECT_EQ(r.size, 0u);
   EXPECT_NE(annotated.p, nullptr);
   EXPECT_NE(groups.p, nullptr);
+  quillon_destroy(ctrl);
+}
+
+// A box whose colour and position two channels of Probe1, group 2 drive.
+std::string Document(const std::string& routes) {
+  return R"(<?xml version="1.0"?>
+<Visualisation><Version>1.0</Version><Scene format="VRML97"><![CDATA[#VRML V2.0 utf8
+DEF Probe Transform { children [ Shape {
+  appearance Appearance { material DEF Skin Material { diffuseColor 1 0 0 } }
+  geometry Box { size 0.1 0.1 0.1 } } ] }
+]]></Scene>)" +
+         routes + "</Visualisation>";
+}
+
+struct Load {
+  int code = -1;
+  std::string annotated, groups;
+};
+
+Load LoadDocument(QuillonCtrl* ctrl, const std::string& xml) {
+  Owned annotated, groups;
+  Load result;
+  result.code = quillon_load_document(ctrl, xml.c_str(), &annotated.p, &groups.p);
+  result.annotated = annotated.p ? annotated.p : "(null)";
+  result.groups = groups.p ? groups.p : "(null)";
+  return result;
+}
+
+// The outcome that InitializeViewer_v1 keeps to itself, error list or not: a good document after
+// a bad one reports 0 although the list still holds the old fault.
+TEST(CApi, LoadDocumentSaysHowTheLoadWent) {
+  QuillonCtrl* ctrl = quillon_create();
+  const std::string routes = R"(<ExternRoute from="Probe1[2][0][3D]" to="Probe"/>)"
+                             R"(<ExternRoute from="Probe1[2][1][1D]" to="Skin.diffuseColor"/>)";
+  Load good = LoadDocument(ctrl, Document(routes));
+  EXPECT_EQ(good.code, 0);
+  EXPECT_EQ(good.groups, "[Probe1, 2][Probe1, 2]");
+  EXPECT_EQ(good.annotated, "");
+
+  Load malformed = LoadDocument(ctrl, "not a document");
+  EXPECT_EQ(malformed.code, 1290800);
+  EXPECT_EQ(malformed.annotated, "");
+
+  std::string badVersion = Document(routes);
+  badVersion.replace(badVersion.find("1.0</Version>"), 3, "2.0");
+  Load located = LoadDocument(ctrl, badVersion);
+  EXPECT_EQ(located.code, 1290826);
+  EXPECT_NE(located.annotated.find("<!--begin_offending_input--><Version>2.0</Version><!--end_offending_input-->"),
+            std::string::npos)
+      << located.annotated;
+  EXPECT_EQ(located.groups, "");
+
+  EXPECT_EQ(LoadDocument(ctrl, Document(routes)).code, 0);
+  Owned errors{quillon_error_text(ctrl)};
+  EXPECT_EQ(std::string(errors.p).rfind("1290826", 0), 0u);  // the list is only replaced by the next error
+
+  // Two routes on one channel: the document loads, the second route stays without effect.
+  const std::string twice = R"(<ExternRoute from="Probe1[2][0][3D]" to="Probe"/>)"
+                            R"(<ExternRoute from="Probe1[2][0][1D]" to="Skin.diffuseColor"/>)";
+  EXPECT_EQ(LoadDocument(ctrl, Document(twice)).code, 1290102);
+  quillon_destroy(ctrl);
+}
+
+struct TraceLines {
+  std::vector<std::string> lines;
+  static void Take(const char* line, void* user) { static_cast<TraceLines*>(user)->lines.emplace_back(line); }
+};
+
+TEST(CApi, TraceLinesReachTheHostsCallbackUntilItIsRemoved) {
+  QuillonCtrl* ctrl = quillon_create();
+  TraceLines trace;
+  quillon_set_trace_callback(&TraceLines::Take, &trace);
+  ASSERT_EQ(LoadDocument(ctrl, Document("")).code, 0);
+  ASSERT_FALSE(trace.lines.empty());
+  bool loading = false;
+  for (const std::string& line : trace.lines) {
+    EXPECT_TRUE(line.empty() || line.back() != '\n') << line;
+    loading = loading || line.rfind("Loading of VRML scene took ", 0) == 0;
+  }
+  EXPECT_TRUE(loading);
+
+  quillon_set_trace_callback(nullptr, nullptr);
+  const std::size_t seen = trace.lines.size();
+  LoadDocument(ctrl, Document(""));
+  EXPECT_EQ(trace.lines.size(), seen);
+  quillon_destroy(ctrl);
+}
+
+TEST(CApi, ProcessEventsLeavesAnOffscreenViewerAlone) {
+  QuillonCtrl* ctrl = quillon_create();
+  quillon_process_events(ctrl);  // no window yet
+  ASSERT_EQ(quillon_create_window(ctrl, 0, 64, 48), 0);
+  quillon_process_events(ctrl);
+  std::vector<unsigned char> rgba(64 * 48 * 4);
+  EXPECT_EQ(quillon_render_rgba(ctrl, rgba.data(), rgba.size()), 0);
+  quillon_destroy_window(ctrl);
   quillon_destroy(ctrl);
 }
 

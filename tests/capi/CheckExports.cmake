@@ -1,4 +1,5 @@
-# Fails unless the library exports exactly the functions that the public header declares.
+# Fails unless the library exports exactly the functions that the public headers declare with
+# QUILLON_API. HEADERS lists the headers (HEADER, one header, is read as well).
 execute_process(COMMAND nm -D --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "nm failed on ${LIBRARY}")
@@ -11,17 +12,19 @@ foreach(line IN LISTS lines)
 endforeach()
 list(SORT exported)
 
-file(READ ${HEADER} header)
-string(REGEX MATCHALL "QUILLON_API [^(]*[ *](quillon_[A-Za-z0-9_]+)\\(" decls "${header}")
 set(declared "")
-foreach(d IN LISTS decls)
-  string(REGEX REPLACE ".*[ *](quillon_[A-Za-z0-9_]+)\\($" "\\1" name "${d}")
-  list(APPEND declared "${name}")
+foreach(header IN LISTS HEADERS HEADER)
+  file(READ ${header} text)
+  string(REGEX MATCHALL "QUILLON_API [^(]*[ *](quillon_[A-Za-z0-9_]+)\\(" decls "${text}")
+  foreach(d IN LISTS decls)
+    string(REGEX REPLACE ".*[ *](quillon_[A-Za-z0-9_]+)\\($" "\\1" name "${d}")
+    list(APPEND declared "${name}")
+  endforeach()
 endforeach()
 list(SORT declared)
 
 list(LENGTH declared count)
 if(NOT exported STREQUAL declared)
-  message(FATAL_ERROR "exported symbols differ from the header.\nexported: ${exported}\ndeclared: ${declared}")
+  message(FATAL_ERROR "exported symbols differ from the headers.\nexported: ${exported}\ndeclared: ${declared}")
 endif()
 message(STATUS "${count} functions exported, as declared")

@@ -1,0 +1,250 @@
+// Publishers and subscribers on loopback ports that the tests pick: topics, conflation, drops,
+// CURVE keys and the proxy.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "LiveTestSupport.h"
+#include "live/LiveProxy.h"
+#include "live/LivePublisher.h"
+
+namespace quillon::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* kAnyPort = "tcp://127.0.0.1:*";
+
+// A publisher bound to a free loopback port, and a subscriber to the given groups connected to it.
+struct Link {
+  explicit Link(std::vector<ChannelgroupAddress> groups, const CurveKeys& serverKeys = {},
+                const CurveKeys& clientKeys = {}) {
+    EXPECT_EQ(publisher.secure(serverKeys), "");
+    EXPECT_EQ(publisher.attach({LiveAttach::kBind, kAnyPort}), "");
+    inbox.setTopics(groups);
+    subscriber.subscribe(inbox.topics());
+    EXPECT_EQ(subscriber.secure(clientKeys), "");
+    EXPECT_EQ(subscriber.attach({LiveAttach::kConnect, publisher.lastEndpoint()}), "");
+  }
+  bool Joined(std::chrono::milliseconds timeout = 5s) {
+    return publisher.waitForSubscribers(inbox.topics(), 1, timeout);
+  }
+  void Send(std::string_view name, std::int32_t group, double value) {
+    const auto m = OneValue(name, group, value);
+    publisher.send(AddressText({std::string(name), group}), m.data(), m.size());
+  }
+  bool Pump(const std::function<bool()>& done, std::chrono::milliseconds timeout = 10s) {
+    return PumpUntil(subscriber, inbox, done, timeout);
+  }
+
+  LivePublisher publisher{0};
+  LiveSubscriber subscriber;
+  LiveInbox inbox;
+};
+
+TEST(LiveBus, DeliversTheSubscribedGroupsAndConflatesToTheNewest) {
+  Link link({{"Arm", 1}, {"Probe1", -7}});
+  ASSERT_TRUE(link.Joined());
+  for (int i = 0; i < 50; ++i) {
+    link.Send("Arm", 10, -1);  // filtered by the subscription
+    link.Send("Hand", 1, -1);
+    link.Send("Arm", 1, i);
+  }
+  link.Send("Probe1", -7, 99);
+  ASSERT_TRUE(link.Pump([&] { return link.inbox.counts().received == 51; }));
+  std::vector<double> applied;
+  link.inbox.apply([&](const std::vector<unsigned char>& m) { applied.push_back(ValueOf(m)); });
+  EXPECT_EQ(applied, (std::vector<double>{49, 99}));
+  EXPECT_EQ(link.inbox.counts().conflated, 49u);
+  EXPECT_EQ(link.inbox.counts().droppedTotal(), 0u);
+}
+
+TEST(LiveBus, CountsEveryMessageThatBreaksTheRules) {
+  LiveSubscriber subscriber;
+  LiveInbox inbox;
+  inbox.setTopics({{"Arm", 1}});
+  subscriber.subscribe(inbox.topics());
+  ASSERT_EQ(subscriber.attach({LiveAttach::kBind, kAnyPort}), "");
+  // A plain PUB socket, which can send any number of frames.
+  zmq::context_t context;
+  zmq::socket_t raw(context, zmq::socket_type::pub);
+  raw.set(zmq::sockopt::linger, 0);
+  raw.connect(subscriber.lastEndpoint());
+  const auto good = OneValue("Arm", 1, 7);
+  const auto sendGood = [&] {
+    raw.send(zmq::str_buffer("Arm[1]"), zmq::send_flags::sndmore);
+    raw.send(zmq::buffer(good), zmq::send_flags::none);
+  };
+  // Messages sent before the subscription has arrived are lost, so the rule breakers follow
+  // the first good message that comes through.
+  ASSERT_TRUE(PumpUntil(subscriber, inbox, [&] {
+    sendGood();
+    return inbox.counts().received > 0;
+  }));
+  const std::uint64_t before = inbox.counts().received;
+  raw.send(zmq::str_buffer("Arm[1]"), zmq::send_flags::none);
+  raw.send(zmq::str_buffer("Arm[1]"), zmq::send_flags::sndmore);
+  raw.send(zmq::buffer(good), zmq::send_flags::sndmore);
+  raw.send(zmq::buffer(good), zmq::send_flags::none);
+  raw.send(zmq::str_buffer("Arm[1]"), zmq::send_flags::sndmore);
+  raw.send(zmq::buffer(OneValue("Arm", 2, 8)), zmq::send_flags::none);
+  raw.send(zmq::str_buffer("Arm[1][2]"), zmq::send_flags::sndmore);
+  raw.send(zmq::buffer(OneValue("Arm[1]", 2, 9)), zmq::send_flags::none);
+  sendGood();
+  const LiveCounts& counts = inbox.counts();
+  PumpUntil(subscriber, inbox, [&] { return counts.received > before && counts.droppedTotal() >= 4; });
+  EXPECT_EQ(counts.droppedFor(LiveDrop::kFrameCount), 2u);
+  EXPECT_EQ(counts.droppedFor(LiveDrop::kTopicMismatch), 1u);
+  EXPECT_EQ(counts.droppedFor(LiveDrop::kUnsubscribed), 1u);
+  EXPECT_EQ(counts.droppedFor(LiveDrop::kTooLarge), 0u);
+}
+
+TEST(LiveBus, AFrameOverTheLimitNeverReachesTheInbox) {
+  // Over TCP, ZeroMQ itself cuts the connection that carries it; the next message comes
+  // through once the subscriber has connected again.
+  LivePublisher publisher{0};
+  ASSERT_EQ(publisher.attach({LiveAttach::kBind, kAnyPort}), "");
+  LiveSubscriber subscriber(256);
+  LiveInbox inbox(256);
+  inbox.setTopics({{"Arm", 1}});
+  subscriber.subscribe(inbox.topics());
+  ASSERT_EQ(subscriber.attach({LiveAttach::kConnect, publisher.lastEndpoint()}), "");
+  ASSERT_TRUE(publisher.waitForSubscribers(inbox.topics(), 1, 5s));
+  std::vector<unsigned char> big = OneValue("Arm", 1, 1);
+  big.resize(1000);
+  publisher.send("Arm[1]", big.data(), big.size());
+  const auto small = OneValue("Arm", 1, 2);
+  ASSERT_TRUE(PumpUntil(subscriber, inbox, [&] {
+    publisher.send("Arm[1]", small.data(), small.size());
+    return inbox.counts().received > 0;
+  }));
+  double newest = 0;
+  inbox.apply([&](const std::vector<unsigned char>& m) { newest = ValueOf(m); });
+  EXPECT_EQ(newest, 2);
+  EXPECT_EQ(inbox.counts().droppedTotal(), 0u);
+  EXPECT_EQ(inbox.counts().lostConnections, 1u);
+
+  // Within one process (inproc) nothing checks the size before the inbox, which drops it.
+  zmq::socket_t local(subscriber.context(), zmq::socket_type::pub);
+  local.set(zmq::sockopt::linger, 0);
+  local.bind("inproc://big");
+  ASSERT_EQ(subscriber.attach({LiveAttach::kConnect, "inproc://big"}), "");
+  ASSERT_TRUE(PumpUntil(subscriber, inbox, [&] {
+    local.send(zmq::str_buffer("Arm[1]"), zmq::send_flags::sndmore);
+    local.send(zmq::buffer(big), zmq::send_flags::none);
+    return inbox.counts().droppedFor(LiveDrop::kTooLarge) > 0;
+  }));
+}
+
+TEST(LiveBus, PublishersHearHowManySubscribeAndTheProxyPassesSubscriptionsUp) {
+  LiveProxy proxy;
+  ASSERT_EQ(proxy.attachFrontend({LiveAttach::kBind, kAnyPort}), "");
+  ASSERT_EQ(proxy.attachBackend({LiveAttach::kBind, kAnyPort}), "");
+  proxy.start();
+  LivePublisher arms{0}, probes{0};
+  for (LivePublisher* p : {&arms, &probes}) ASSERT_EQ(p->attach({LiveAttach::kConnect, proxy.frontendEndpoint()}), "");
+  LiveSubscriber viewers[2];
+  LiveInbox inboxes[2];
+  inboxes[0].setTopics({{"Arm", 1}, {"Probe", 2}});
+  inboxes[1].setTopics({{"Arm", 1}});
+  // A publisher that joins the proxy later hears each topic once; one that is there hears each
+  // viewer's subscription, so the second viewer joins once the publishers are in.
+  viewers[0].subscribe(inboxes[0].topics());
+  ASSERT_EQ(viewers[0].attach({LiveAttach::kConnect, proxy.backendEndpoint()}), "");
+  ASSERT_TRUE(arms.waitForSubscribers({"Arm[1]"}, 1, 5s));
+  ASSERT_TRUE(probes.waitForSubscribers({"Probe[2]"}, 1, 5s));
+  viewers[1].subscribe(inboxes[1].topics());
+  ASSERT_EQ(viewers[1].attach({LiveAttach::kConnect, proxy.backendEndpoint()}), "");
+  ASSERT_TRUE(arms.waitForSubscribers({"Arm[1]"}, 2, 5s));
+  EXPECT_EQ(probes.subscribers("Probe[2]"), 1u);
+
+  const auto arm = OneValue("Arm", 1, 1), probe = OneValue("Probe", 2, 2);
+  arms.send("Arm[1]", arm.data(), arm.size());
+  probes.send("Probe[2]", probe.data(), probe.size());
+  ASSERT_TRUE(PumpUntil(viewers[0], inboxes[0], [&] { return inboxes[0].counts().received == 2; }));
+  ASSERT_TRUE(PumpUntil(viewers[1], inboxes[1], [&] { return inboxes[1].counts().received == 1; }));
+  proxy.stop();
+  EXPECT_EQ(proxy.traffic().messages, 2u);
+}
+
+class Curve : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!zmq_has("curve")) GTEST_SKIP() << "this ZeroMQ has no CURVE";
+    std::tie(serverPublic, serverSecret) = MakeCurveKeyPair();
+    std::tie(clientPublic, clientSecret) = MakeCurveKeyPair();
+  }
+  // Sends until the subscriber has something or `patience` has passed; true when it heard.
+  static bool Hears(Link& link, std::chrono::milliseconds patience) {
+    return link.Pump(
+        [&] {
+          link.Send("Arm", 1, 1);
+          return link.inbox.counts().received > 0;
+        },
+        patience);
+  }
+  std::string serverPublic, serverSecret, clientPublic, clientSecret;
+};
+
+TEST_F(Curve, ASubscriberHearsOnlyThePublisherWhoseKeyItHolds) {
+  Link right({{"Arm", 1}}, {serverSecret, {}, {}}, {{}, serverPublic, {}});
+  EXPECT_TRUE(Hears(right, 5s));
+
+  const std::string otherPublic = MakeCurveKeyPair().first;
+  Link wrongKey({{"Arm", 1}}, {serverSecret, {}, {}}, {{}, otherPublic, {}});
+  EXPECT_FALSE(Hears(wrongKey, 300ms));
+  Link noKey({{"Arm", 1}}, {serverSecret, {}, {}}, {});
+  EXPECT_FALSE(Hears(noKey, 300ms));
+}
+
+TEST_F(Curve, ABindingViewerLetsInOnlyTheListedPublishers) {
+  const auto listenAndSend = [&](const CurveKeys& publisherKeys) {
+    LiveSubscriber viewer;
+    LiveInbox inbox;
+    inbox.setTopics({{"Arm", 1}});
+    viewer.subscribe(inbox.topics());
+    EXPECT_EQ(viewer.secure({serverSecret, {}, {clientPublic}}), "");
+    EXPECT_EQ(viewer.attach({LiveAttach::kBind, kAnyPort}), "");
+    LivePublisher publisher{0};
+    EXPECT_EQ(publisher.secure(publisherKeys), "");
+    EXPECT_EQ(publisher.attach({LiveAttach::kConnect, viewer.lastEndpoint()}), "");
+    const auto m = OneValue("Arm", 1, 3);
+    return PumpUntil(
+        viewer, inbox,
+        [&] {
+          publisher.send("Arm[1]", m.data(), m.size());
+          return inbox.counts().received > 0;
+        },
+        publisherKeys.secretKey == clientSecret ? 5s : 300ms);
+  };
+  EXPECT_TRUE(listenAndSend({clientSecret, serverPublic, {}}));
+  EXPECT_FALSE(listenAndSend({MakeCurveKeyPair().second, serverPublic, {}}));
+  EXPECT_FALSE(listenAndSend({}));
+}
+
+TEST_F(Curve, KeysAreReadFromTextOrFilesAndChecked) {
+  const std::string list = std::filesystem::temp_directory_path() / ("quillon-keys-" + std::to_string(::getpid()));
+  std::ofstream(list) << "# the publishers of cell 4\n\n  " << clientPublic << "  \n" << serverPublic << "\nno key\n";
+  std::vector<std::string> keys;
+  EXPECT_EQ(ReadCurveKeys(serverSecret, keys), "");
+  EXPECT_EQ(ReadCurveKeys(list, keys), list + ":5: not a key (40 characters of Z85 text)");
+  EXPECT_EQ(keys, (std::vector<std::string>{serverSecret, clientPublic, serverPublic}));
+  std::string one;
+  EXPECT_NE(ReadCurveKey(list + ".missing", one), "");
+  std::filesystem::remove(list);
+
+  EXPECT_EQ(CheckCurveKeys({}), "");
+  EXPECT_EQ(CheckCurveKeys({serverSecret, {}, {clientPublic}}), "");
+  EXPECT_EQ(CheckCurveKeys({{}, serverPublic, {}}), "");
+  EXPECT_NE(CheckCurveKeys({{}, {}, {clientPublic}}), "");            // a server without its secret key
+  EXPECT_NE(CheckCurveKeys({{}, serverPublic, {clientPublic}}), "");  // a client listing clients
+  EXPECT_NE(CheckCurveKeys({serverSecret.substr(1), {}, {}}), "");    // one character short
+  EXPECT_EQ(CurvePublicKey(serverSecret), serverPublic);
+}
+
+}  // namespace
+}  // namespace quillon::test
