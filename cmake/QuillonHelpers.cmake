@@ -24,12 +24,34 @@ endif()
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
+# The public C headers (include/quillon), for the parts that implement or speak the C interface.
+add_library(quillon_c_headers INTERFACE)
+target_include_directories(quillon_c_headers INTERFACE ${PROJECT_SOURCE_DIR}/include)
+
+# quillon_expose_headers(target)
+# Gives the target an include root of its own that holds only the headers of its folder: for
+# src/ui/qt, BUILD/include/<target>/ui/qt/*.h, each a link to the header in the source tree. So
+# "ui/qt/X.h" resolves for the target and for whoever links it, and a subsystem sees no header of
+# a layer that it does not link. A header added to the folder is picked up at the next build.
+function(quillon_expose_headers name)
+  file(RELATIVE_PATH sub ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  set(root ${PROJECT_BINARY_DIR}/include/${name})
+  file(REMOVE_RECURSE ${root})
+  file(MAKE_DIRECTORY ${root}/${sub})
+  file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  foreach(header IN LISTS headers)
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${root}/${sub}/${header} SYMBOLIC)
+  endforeach()
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${root}>)
+endfunction()
+
 # quillon_add_library(name SOURCES... [DEPS targets...])
-# One static library per subsystem, with the source tree as include root.
+# One static library per subsystem. It exposes its own headers and links the layers below it
+# that it needs (DEPS), whose headers it then sees as well.
 function(quillon_add_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
-  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+  quillon_expose_headers(${name})
   target_link_libraries(${name} PUBLIC ${ARG_DEPS} PRIVATE quillon_warnings)
 endfunction()
 
@@ -44,8 +66,11 @@ function(quillon_add_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gtest_main GTest::gmock quillon_warnings)
   target_compile_definitions(${name} PRIVATE QUILLON_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${ARG_LABELS}"
-    FAIL_REGULAR_EXPRESSION "quillon: OpenGL error")
+  set(properties FAIL_REGULAR_EXPRESSION "quillon: OpenGL error")
+  if(ARG_LABELS)
+    list(APPEND properties LABELS "${ARG_LABELS}")
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
 
 # quillon_add_fuzzer(name SOURCE file CORPUS dir [DEPS targets...] [SECONDS n])

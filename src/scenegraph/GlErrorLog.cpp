@@ -57,8 +57,8 @@ const char* errorName(GLenum e) {
 }
 
 // The runtime reports an error after an attribute as a warning, but one at the end of its draw
-// only as a notice, which the default level drops. This handler takes every such report and
-// hands everything else on as before.
+// only as a notice, which the default level drops. This handler takes every such report, and
+// the cull's word of values that are not numbers, and hands everything else on as before.
 class NoticeCatcher final : public osg::NotifyHandler {
  public:
   NoticeCatcher(osg::NotifyHandler* previous, osg::NotifySeverity previousLevel)
@@ -69,6 +69,15 @@ class NoticeCatcher final : public osg::NotifyHandler {
     static constexpr std::string_view kReport = "detected OpenGL error ";
     if (const auto at = text.find(kReport); at != std::string_view::npos) {
       record(std::string(text.substr(at + kReport.size())));
+      return;
+    }
+    // A matrix or bound that is not a number, met while the scene is culled, is on its way to
+    // OpenGL; the runtime only drops the drawable and says so.
+    if (text.find("detected NaN") != std::string_view::npos) {
+      std::string said(text);
+      for (char& c : said)
+        if (c == '\n' || c == '\t') c = ' ';
+      record("'not a number' on its way to OpenGL: " + said);
       return;
     }
     if (next && severity <= nextLevel) next->notify(severity, message);

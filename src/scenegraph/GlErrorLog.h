@@ -1,5 +1,6 @@
 #pragma once
-// OpenGL errors, looked for in test builds (QUILLON_CHECK_GL) and nowhere else.
+// OpenGL errors, and values that are not numbers on their way to OpenGL, looked for in test
+// builds (QUILLON_CHECK_GL) and nowhere else.
 
 #include <cstddef>
 #include <string>
@@ -14,7 +15,8 @@ namespace quillon {
 bool GlErrorChecksEnabled();
 
 /// Has the runtime look for an error after each attribute and mode it applies in this state,
-/// and catches its reports of them, which name the attribute. Safe to call every frame.
+/// and catches its reports of them, which name the attribute, and its reports of matrices that
+/// are not numbers. Safe to call every frame.
 void WatchGlErrors(osg::State* state);
 
 /// Reads every pending error of the current context and records each as seen at `where`.

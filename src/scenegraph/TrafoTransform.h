@@ -26,7 +26,10 @@ class TrafoTransform : public osg::MatrixTransform {
   void setTrafo(const Trafo& t) {
     trafo = t;
     const osg::Matrixd m = trafo.getMatrix();
-    translationOffset = m.getTrans() - trafo.getTranslation();
+    // The matrix leaves out a translation that is not finite, and so must the offset, or the
+    // next move would carry its infinity into the matrix.
+    const osg::Vec3d& translation = trafo.getTranslation();
+    translationOffset = m.getTrans() - (GlFinite(translation) ? translation : osg::Vec3d());
     setMatrix(m);
   }
   /// Moves the transform without rebuilding its matrix: the translation enters the matrix

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "scenegraph/Trafo.h"
@@ -44,6 +45,35 @@ TEST(TrafoTransform, MovingKeepsTheOtherParts) {
   // A translation that is not finite leaves the matrix as the trafo would make it.
   node->setTranslation({std::nan(""), 0, 0});
   EXPECT_TRUE(node->getMatrix().valid());
+}
+
+// A document may give a translation that the matrix leaves out, and a route may send one; the
+// moves and turns that follow must still make the matrix that the trafo makes.
+TEST(TrafoTransform, ATranslationThatIsNotFiniteLeavesNothingBehind) {
+  const double inf = std::numeric_limits<double>::infinity();
+  auto expectMatrixOf = [](const TrafoTransform& node, const Trafo& t) {
+    ASSERT_TRUE(node.getMatrix().valid());
+    const osg::Matrixd expected = t.getMatrix();
+    for (int i = 0; i < 16; ++i) EXPECT_NEAR(node.getMatrix().ptr()[i], expected.ptr()[i], 1e-6) << i;
+  };
+  Trafo t;
+  t.setCenter({10, 0, 0});
+  t.setScaleOrientation(QuatFromAxisAngle(1, 0, 0, 0.3));
+  t.setTranslation({-inf, 50, 100});
+  osg::ref_ptr<TrafoTransform> node = new TrafoTransform;
+  node->setTrafo(t);
+  node->setTranslation({1, 2, 3});
+  t.setTranslation({1, 2, 3});
+  expectMatrixOf(*node, t);
+
+  // A position that is not finite, then a turn that rebuilds the matrix, then a good position.
+  node->setTranslation({0, inf, 0});
+  Trafo turned = node->getTrafo();
+  turned.setOrientation(QuatFromAxisAngle(0, 1, 0, 0.5));
+  node->setTrafo(turned);
+  node->setTranslation({4, 5, 6});
+  turned.setTranslation({4, 5, 6});
+  expectMatrixOf(*node, turned);
 }
 
 TEST(Trafo, ScaleOrientationTurnsTheScaleAxes) {

@@ -1,115 +1,34 @@
-// A host that calls every function of the C interface in random order, with random, edge and
-// real input, for a while or for a number of calls. A seed makes the same calls again:
-//   random_host --seed S [--seconds T | --calls N] [--x11] [--log]
-// With --x11 and a display it also embeds viewers into X11 windows of its own, and destroys
-// those windows under them.
-// It ends with 0 when the library survived and kept its word, with 1 when a result broke a
-// promise of the interface or OpenGL reported an error, and with the signal of a crash; either
-// way it names the seed and the call, which --calls replays up to.
-#include <signal.h>
-#include <unistd.h>
+// The random host's calls: each draws its arguments, makes one call of the C interface and
+// checks what the interface promises of the result.
+#include "RandomHost.h"
 
-#include <chrono>
+#include <algorithm>
 #include <climits>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
-#include "HostInputs.h"
-#include "quillon/quillon.h"
-
-#ifdef QUILLON_STRESS_X11
-#include <xcb/xcb.h>
-#endif
-
-#if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/common_interface_defs.h>
-#define QUILLON_STRESS_SANITIZED 1
-#endif
-
-namespace {
-
-using namespace quillon::stress;
-
-// What a crash report names. Written from a signal handler, so only plain values.
-std::uint64_t reportSeed = 0;
-std::uint64_t reportCall = 0;
-const char* reportAction = "start";
-bool reportX11 = false;
-bool logCalls = false;
-
-void WriteNumber(std::uint64_t n) {
-  char digits[24];
-  int i = 0;
-  do {
-    digits[i++] = static_cast<char>('0' + n % 10);
-    n /= 10;
-  } while (n && i < 24);
-  while (i > 0) {
-    const char c = digits[--i];
-    if (write(STDERR_FILENO, &c, 1) < 0) return;
-  }
-}
-
-void WriteText(const char* text) {
-  if (write(STDERR_FILENO, text, std::strlen(text)) < 0) return;
-}
-
-void ReportWhereWeWere() {
-  WriteText(reportAction ? "random host: died in call " : "random host: died at exit (the leak check) after call ");
-  WriteNumber(reportCall);
-  if (reportAction) {
-    WriteText(" (");
-    WriteText(reportAction);
-    WriteText(")");
-  }
-  WriteText(" of seed ");
-  WriteNumber(reportSeed);
-  WriteText("; replay with: random_host --seed ");
-  WriteNumber(reportSeed);
-  WriteText(" --calls ");
-  WriteNumber(reportCall);
-  WriteText(reportX11 ? " --x11\n" : "\n");
-}
-
-#ifdef QUILLON_STRESS_SANITIZED
-// The sanitizers keep their own signal handlers; they call this before they end the process.
-void InstallCrashReport() { __sanitizer_set_death_callback(ReportWhereWeWere); }
-#else
-void OnFatalSignal(int signal) {
-  ReportWhereWeWere();
-  ::signal(signal, SIG_DFL);
-  raise(signal);
-}
-
-void InstallCrashReport() {
-  for (int s : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT}) signal(s, OnFatalSignal);
-}
-#endif
-
-struct Stats {
-  std::uint64_t calls = 0, controls = 0, documents = 0, loaded = 0, messages = 0, frames = 0, drawn = 0;
-  std::uint64_t offscreenAsked = 0, offscreenMade = 0, embeddedAsked = 0, embeddedMade = 0;
-  std::uint64_t glErrors = 0;
-  std::string firstGlError;
-  std::string broken;  // the first promise of the interface that a result broke
-};
+namespace quillon::stress {
 
 void OnTrace(const char* line, void* user) {
-  if (logCalls && line) std::fprintf(stderr, "  trace: %s\n", line);
   auto* stats = static_cast<Stats*>(user);
-  if (!stats || !line || std::strncmp(line, "OpenGL error", 12) != 0) return;
+  if (!stats || !line) return;
+  if (stats->log) std::fprintf(stderr, "  trace: %s\n", line);
+  if (std::strncmp(line, "OpenGL error", 12) != 0) return;
   if (stats->glErrors++ == 0) stats->firstGlError = line;
 }
 
-// A host that asks the library a question from inside its trace callback.
+namespace {
+
+// A host that asks the library a question from inside its trace callback, which may come in
+// the middle of a load or a frame.
 void OnTraceAsking(const char* line, void* user) {
-  if (quillon_SupportsVersion(nullptr, 2) != 0 || quillon_GetMinimalWindowWidth_v1(nullptr) != 0)
-    static_cast<Stats*>(user)->broken = "a null control gave a result that is not neutral";
+  auto* stats = static_cast<Stats*>(user);
+  if (quillon_SupportsVersion(stats->asked, 2) != (stats->asked ? 1 : 0) ||
+      quillon_GetMinimalWindowWidth_v1(nullptr) != 0)
+    stats->broken = "a question from the trace callback";
+  quillon_free(quillon_error_text(stats->asked));
   OnTrace(line, user);
 }
 
@@ -143,134 +62,15 @@ class HostString {
   char** pointer = &slot;
 };
 
-// The host's own top-level X11 windows, made with plain xcb.
-class HostWindows {
- public:
-#ifdef QUILLON_STRESS_X11
-  explicit HostWindows(bool wanted) {
-    if (!wanted || !std::getenv("DISPLAY")) return;
-    connection = xcb_connect(nullptr, nullptr);
-    if (xcb_connection_has_error(connection)) {
-      xcb_disconnect(connection);
-      connection = nullptr;
-      return;
-    }
-    screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+}  // namespace
+
+RandomHost::~RandomHost() {
+  for (Control& c : controls) {
+    quillon_destroy_window(c.ctrl);
+    quillon_destroy(c.ctrl);
   }
-  ~HostWindows() {
-    if (!connection) return;
-    for (std::uint32_t w : windows) xcb_destroy_window(connection, w);
-    xcb_disconnect(connection);
-  }
-  bool available() const { return connection != nullptr; }
-  unsigned long Make(int width, int height) {
-    if (!connection) return 0;
-    const std::uint32_t id = xcb_generate_id(connection);
-    const std::uint32_t background = screen->black_pixel;
-    xcb_create_window(connection, XCB_COPY_FROM_PARENT, id, screen->root, 0, 0, static_cast<std::uint16_t>(width),
-                      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
-                      XCB_CW_BACK_PIXEL, &background);
-    xcb_map_window(connection, id);
-    Sync();
-    windows.push_back(id);
-    return id;
-  }
-  void Destroy(std::size_t at) {
-    xcb_destroy_window(connection, windows[at]);
-    Sync();
-    windows.erase(windows.begin() + static_cast<std::ptrdiff_t>(at));
-  }
-#else
-  explicit HostWindows(bool) {}
-  bool available() const { return false; }
-  unsigned long Make(int, int) { return 0; }
-  void Destroy(std::size_t) {}
-#endif
-  std::size_t count() const { return windows.size(); }
-  unsigned long At(std::size_t i) const { return windows[i]; }
-
- private:
-#ifdef QUILLON_STRESS_X11
-  // A round trip, so that the server has done what was asked before the library asks it.
-  void Sync() { std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)); }
-  xcb_connection_t* connection = nullptr;
-  xcb_screen_t* screen = nullptr;
-#endif
-  std::vector<std::uint32_t> windows;
-};
-
-struct Control {
-  QuillonCtrl* ctrl = nullptr;
-  Document loaded;  // the last document that loaded, for messages and names
-};
-
-class RandomHost {
- public:
-  RandomHost(std::uint64_t seed, const RealInputs& real, bool x11) : random(seed), in(random, real), hostWindows(x11) {}
-  ~RandomHost() {
-    for (Control& c : controls) {
-      quillon_destroy_window(c.ctrl);
-      quillon_destroy(c.ctrl);
-    }
-    quillon_set_trace_callback(nullptr, nullptr);
-  }
-  RandomHost(const RandomHost&) = delete;
-  RandomHost& operator=(const RandomHost&) = delete;
-
-  void Step();
-  Stats stats;
-
- private:
-  using Action = void (RandomHost::*)();
-  struct Choice {
-    int weight;
-    const char* name;
-    Action action;
-  };
-
-  Control& Live();
-  QuillonCtrl* AnyCtrl() { return in.Chance(3) ? nullptr : Live().ctrl; }
-  void Broken(const std::string& what) {
-    if (stats.broken.empty()) stats.broken = what;
-  }
-
-  void Create();
-  void Destroy();
-  void CreateWindow();
-  void Resize();
-  void DestroyWindow();
-  void Render();
-  void ErrorText();
-  void Version();
-  void Background();
-  void Send();
-  void Initialize();
-  void LoadDocument();
-  void Foreground();
-  void Switches();
-  void GetCamera();
-  void SetCamera();
-  void MinimalSize();
-  void Hide();
-  void ViewAll();
-  void Thresholds();
-  void Mode();
-  void Free();
-  void TraceCallback();
-  void ProcessEvents();
-  void NullControl();
-  void HostWindow();
-
-  static const std::vector<Choice>& Choices();
-
-  Random random;
-  InputMaker in;
-  HostWindows hostWindows;
-  std::vector<Control> controls;
-  Document last;  // the last document sent to any control, for messages that fit another one
-  // What the host believes of the window that the viewers draw into.
-  int areaWidth = 0, areaHeight = 0;
-};
+  quillon_set_trace_callback(nullptr, nullptr);
+}
 
 const std::vector<RandomHost::Choice>& RandomHost::Choices() {
   static const std::vector<Choice> choices = {
@@ -310,14 +110,14 @@ void RandomHost::Step() {
   int pick = in.Pick(0, total - 1);
   for (const Choice& c : Choices()) {
     if ((pick -= c.weight) >= 0) continue;
-    reportAction = c.name;
+    currentAction = c.name;
     (this->*c.action)();
     break;
   }
   ++stats.calls;
 }
 
-Control& RandomHost::Live() {
+RandomHost::Control& RandomHost::Live() {
   if (controls.empty()) Create();
   return controls[static_cast<std::size_t>(in.Pick(0, static_cast<int>(controls.size()) - 1))];
 }
@@ -327,6 +127,7 @@ void RandomHost::Create() {
   QuillonCtrl* ctrl = quillon_create();
   if (!ctrl) return Broken("quillon_create gave no control");
   controls.push_back({ctrl, {}});
+  stats.asked = controls.front().ctrl;
   ++stats.controls;
 }
 
@@ -337,6 +138,7 @@ void RandomHost::Destroy() {
   if (in.Chance(70)) quillon_destroy_window(controls[at].ctrl);
   quillon_destroy(controls[at].ctrl);
   controls.erase(controls.begin() + static_cast<std::ptrdiff_t>(at));
+  stats.asked = controls.empty() ? nullptr : controls.front().ctrl;
 }
 
 void RandomHost::CreateWindow() {
@@ -348,7 +150,7 @@ void RandomHost::CreateWindow() {
                  ? hostWindows.At(static_cast<std::size_t>(in.Pick(0, static_cast<int>(hostWindows.count()) - 1)))
                  : hostWindows.Make(in.Pick(1, 800), in.Pick(1, 600));
   }
-  if (logCalls) std::fprintf(stderr, "  parent %lu, %d x %d\n", parent, w, h);
+  if (stats.log) std::fprintf(stderr, "  parent %lu, %d x %d\n", parent, w, h);
   const bool sensible = w > 0 && h > 0 && w <= 16384 && h <= 16384;
   const bool hostWindow = parent != 0 && parent <= 0xffffffffUL && parent != 0xdeadbeefUL && parent != 0x7ffffff0UL;
   if (sensible) ++(hostWindow ? stats.embeddedAsked : stats.offscreenAsked);
@@ -361,7 +163,7 @@ void RandomHost::CreateWindow() {
 
 void RandomHost::Resize() {
   const int w = in.WindowSize(), h = in.WindowSize();
-  if (logCalls) std::fprintf(stderr, "  %d x %d\n", w, h);
+  if (stats.log) std::fprintf(stderr, "  %d x %d\n", w, h);
   quillon_resize(AnyCtrl(), w, h);
   if (w > 0 && h > 0 && w <= 16384 && h <= 16384 && areaWidth > 0) {
     areaWidth = w;
@@ -589,84 +391,4 @@ void RandomHost::NullControl() {
   quillon_destroy(nullptr);
   quillon_process_events(nullptr);
 }
-
-struct Options {
-  std::uint64_t seed = 1;
-  double seconds = -1;
-  std::uint64_t calls = 0;
-  bool log = false;
-  bool x11 = false;
-};
-
-bool Parse(int argc, char** argv, Options& options) {
-  for (int i = 1; i < argc; ++i) {
-    const std::string_view arg(argv[i]);
-    const char* value = i + 1 < argc ? argv[i + 1] : nullptr;
-    if (arg == "--log") {
-      options.log = true;
-    } else if (arg == "--x11") {
-      options.x11 = true;
-    } else if (arg == "--seed" && value) {
-      options.seed = std::strtoull(value, nullptr, 10);
-      ++i;
-    } else if (arg == "--seconds" && value) {
-      options.seconds = std::strtod(value, nullptr);
-      ++i;
-    } else if (arg == "--calls" && value) {
-      options.calls = std::strtoull(value, nullptr, 10);
-      ++i;
-    } else {
-      return false;
-    }
-  }
-  if (options.seconds < 0) options.seconds = options.calls ? 1e9 : 30;
-  return true;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  Options options;
-  if (!Parse(argc, argv, options)) {
-    std::fprintf(stderr, "usage: random_host [--seed S] [--seconds T] [--calls N] [--x11] [--log]\n");
-    return 2;
-  }
-  reportSeed = options.seed;
-  reportX11 = options.x11;
-  logCalls = options.log;
-  InstallCrashReport();
-  const RealInputs real = RealInputs::Load(QUILLON_SOURCE_DIR);
-  const auto start = std::chrono::steady_clock::now();
-  const auto end = start + std::chrono::duration<double>(options.seconds);
-  int status = 0;
-  {
-    RandomHost host(options.seed, real, options.x11);
-    quillon_set_trace_callback(OnTrace, &host.stats);
-    while ((!options.calls || host.stats.calls < options.calls) && std::chrono::steady_clock::now() < end) {
-      reportCall = host.stats.calls + 1;
-      host.Step();
-      if (options.log) std::fprintf(stderr, "%llu %s\n", static_cast<unsigned long long>(reportCall), reportAction);
-      if (!host.stats.broken.empty() || host.stats.glErrors > 0) {
-        std::fprintf(stderr, "random host: %s\n",
-                     host.stats.broken.empty() ? host.stats.firstGlError.c_str() : host.stats.broken.c_str());
-        ReportWhereWeWere();
-        std::fflush(stderr);
-        status = 1;
-        break;
-      }
-    }
-    reportAction = nullptr;
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    const Stats& s = host.stats;
-    std::printf(
-        "random host: seed %llu: %llu calls in %.1f s; %llu controls, %llu documents (%llu loaded), %llu messages, "
-        "%llu frames (%llu drawn); windows: %llu of %llu offscreen, %llu of %llu embedded\n",
-        static_cast<unsigned long long>(options.seed), static_cast<unsigned long long>(s.calls), seconds,
-        static_cast<unsigned long long>(s.controls), static_cast<unsigned long long>(s.documents),
-        static_cast<unsigned long long>(s.loaded), static_cast<unsigned long long>(s.messages),
-        static_cast<unsigned long long>(s.frames), static_cast<unsigned long long>(s.drawn),
-        static_cast<unsigned long long>(s.offscreenMade), static_cast<unsigned long long>(s.offscreenAsked),
-        static_cast<unsigned long long>(s.embeddedMade), static_cast<unsigned long long>(s.embeddedAsked));
-  }
-  return status;
-}
+}  // namespace quillon::stress
