@@ -7,7 +7,7 @@
 
 #include "Diagnostics.h"
 #include "live/qt/cLiveFeed.h"
-#include "ui/qt/QuillonWidget.h"
+#include "widget/QuillonWidget.h"
 
 namespace quillon::app {
 namespace {

@@ -25,7 +25,7 @@
 #include "channels/ChannelStream.h"
 #include "control/QuillonComponent.h"
 #include "ui/cStreamReplay.h"
-#include "ui/qt/QuillonWidget.h"
+#include "widget/QuillonWidget.h"
 #include "ui/qt/cRenderAreaPanel.h"
 #include "ui/qt/cViewerHolderWnd.h"
 

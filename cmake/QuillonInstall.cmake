@@ -15,7 +15,7 @@ install(EXPORT QuillonTargets NAMESPACE Quillon:: DESTINATION ${QUILLON_CMAKE_DI
 # The component Widget: Quillon::widget and <quillon/QuillonWidget.h>.
 if(TARGET quillon_widget_shared)
   install(TARGETS quillon_widget_shared EXPORT QuillonWidgetTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(FILES src/ui/qt/QuillonWidget.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillon)
+  install(FILES src/widget/QuillonWidget.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillon)
   install(EXPORT QuillonWidgetTargets NAMESPACE Quillon:: DESTINATION ${QUILLON_CMAKE_DIR})
 endif()
 
@@ -32,8 +32,7 @@ configure_file(cmake/quillon.pc.in ${PROJECT_BINARY_DIR}/quillon.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/quillon.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 if(TARGET quillon_app)
-  # The program finds the library beside it in the prefix.
-  set_target_properties(quillon_app PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  # The program holds the viewer itself and needs no library of the prefix.
   install(TARGETS quillon_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/quillon/examples)

@@ -1,4 +1,4 @@
-#include "ui/qt/QuillonWidget.h"
+#include "widget/QuillonWidget.h"
 
 #include <QVBoxLayout>
 

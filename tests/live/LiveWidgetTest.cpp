@@ -13,7 +13,7 @@
 #include "LiveTestSupport.h"
 #include "live/LivePublisher.h"
 #include "live/qt/cLiveFeed.h"
-#include "ui/qt/QuillonWidget.h"
+#include "widget/QuillonWidget.h"
 
 namespace quillon::test {
 namespace {

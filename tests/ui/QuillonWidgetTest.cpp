@@ -8,7 +8,7 @@
 #include <string>
 
 #include "control/QuillonComponent.h"
-#include "ui/qt/QuillonWidget.h"
+#include "widget/QuillonWidget.h"
 #include "ui/qt/cRenderAreaPanel.h"
 #include "ui/qt/cViewerHolderWnd.h"
 
