@@ -1,6 +1,5 @@
 #include "LiveView.h"
 
-#include <QLayout>
 #include <QStatusBar>
 #include <QTimer>
 #include <iostream>
@@ -16,7 +15,7 @@ constexpr int kStatusEveryMs = 500;
 
 }  // namespace
 
-std::string ShowLive(QuillonWidget& viewer, const LiveOptions& options) {
+std::string ShowLive(QuillonWidget& viewer, const LiveOptions& options, QStatusBar& bar) {
   if (!options.bind.empty() && !options.serverKey.empty())
     return "a viewer that binds is the CURVE server: give it --curve-secret-key, and the publishers its public key";
   for (const std::string& endpoint : options.bind) {
@@ -28,15 +27,12 @@ std::string ShowLive(QuillonWidget& viewer, const LiveOptions& options) {
     if (std::string error = viewer.connectTo(endpoint, options.serverKey, options.secretKey); !error.empty())
       return error;
 
-  auto* bar = new QStatusBar(&viewer);
-  bar->setSizeGripEnabled(false);
-  viewer.layout()->addWidget(bar);
-  auto* timer = new QTimer(bar);
-  QObject::connect(timer, &QTimer::timeout, bar, [bar, &viewer] {
+  auto* timer = new QTimer(&bar);
+  QObject::connect(timer, &QTimer::timeout, &bar, [&bar, &viewer] {
     std::string line = viewer.liveStatus();
     if (const std::uint64_t refused = viewer.liveFeed()->refused())
       line += " · " + std::to_string(refused) + " refused by the viewer";
-    bar->showMessage(QString::fromStdString(line));
+    bar.showMessage(QString::fromStdString(line));
   });
   timer->start(kStatusEveryMs);
   return {};

@@ -1,9 +1,11 @@
 #pragma once
-// quillon view fed by a live bus: the connections and the status bar under the viewer.
+// quillon view fed by a live bus: the connections and what the status bar says of them.
 
 #include <string>
 
 #include "LiveOptions.h"
+
+class QStatusBar;
 
 namespace quillon {
 class QuillonWidget;
@@ -11,9 +13,9 @@ class QuillonWidget;
 
 namespace quillon::app {
 
-/// Connects the viewer to the live sources of the command line and puts a status bar under it
-/// that shows how they are doing. Returns the error text, empty on success.
-std::string ShowLive(QuillonWidget& viewer, const LiveOptions& options);
+/// Connects the viewer to the live sources of the command line and has the status bar show how
+/// they are doing. Returns the error text, empty on success.
+std::string ShowLive(QuillonWidget& viewer, const LiveOptions& options, QStatusBar& bar);
 
 /// Says once, on closing, what the live sources delivered and what the viewer did not take cleanly.
 void ReportLive(const QuillonWidget& viewer);

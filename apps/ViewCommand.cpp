@@ -1,6 +1,7 @@
-// quillon view: the interactive viewer, replaying a recorded stream in real time.
+// quillon view: the interactive viewer, replaying a recorded stream or following a live one.
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QStatusBar>
 #include <QStringDecoder>
 #include <QTimer>
 #include <algorithm>
@@ -22,12 +23,13 @@
 #include "Framing.h"
 #include "LiveView.h"
 #include "RenderSupport.h"
+#include "Replay.h"
+#include "ViewerWindow.h"
 #include "channels/ChannelStream.h"
 #include "control/QuillonComponent.h"
-#include "ui/cStreamReplay.h"
-#include "widget/QuillonWidget.h"
 #include "ui/qt/cRenderAreaPanel.h"
 #include "ui/qt/cViewerHolderWnd.h"
+#include "widget/QuillonWidget.h"
 
 namespace quillon::app {
 namespace {
@@ -39,6 +41,7 @@ struct ViewOptions {
   double duration = 0;  // seconds; 0 runs until the window is closed
   bool reportFps = false;
   std::string cameraPosition, cameraOrientation;  // empty: fit the view to the scene
+  std::string screenshots = ".";                  // where the screenshots go
   LiveOptions live;
 };
 
@@ -64,83 +67,6 @@ QString labelOf(const std::string& xml) {
     decoded.replace(QLatin1String(entity), QLatin1String(character));
   return decoded.trimmed();
 }
-
-/// Sends what is due by the replay clock on a short timer, never more than the latest message of
-/// each group at a time, so the event loop is never held up by the stream and a stream faster
-/// than the frames only has its latest values drawn. The title shows the messages per second.
-class Replay {
- public:
-  Replay(QuillonWidget& widget, std::vector<ChannelStreamRecord> messages, double factor, QString title,
-         std::string_view neededGroups)
-      : viewer(widget), stream(std::move(messages)), errors(neededGroups), speed(factor), label(std::move(title)) {}
-
-  void start() {
-    clock.start();
-    second.start();
-    QObject::connect(&timer, &QTimer::timeout, &timer, [this] { tick(); });
-    timer.start(kTickMs);
-    showRate();
-  }
-
-  /// Counted from the last call of restartCounts.
-  std::size_t messagesDue() const { return stream.passed() - dueBefore; }
-  std::size_t messagesDecoded() const { return decoded - decodedBefore; }
-  void restartCounts() {
-    dueBefore = stream.passed();
-    decodedBefore = decoded;
-  }
-
- private:
-  static constexpr int kTickMs = 5;
-
-  void tick() {
-    const auto now = static_cast<std::uint64_t>(static_cast<double>(clock.nsecsElapsed()) / 1000.0 * speed);
-    const std::size_t before = stream.passed();
-    for (const ChannelStreamRecord* record : stream.due(now)) {
-      errors.note(stream.indexOf(record), record->message,
-                  viewer.sendChannels(record->message.data(), record->message.size()));
-      ++decoded;
-    }
-    sent += stream.passed() - before;
-    if (second.elapsed() >= 1000) showRate();
-    if (stream.finished()) {
-      timer.stop();
-      showRate();
-      reportErrors();
-    }
-  }
-
- public:
-  /// Says once which messages the viewer did not take cleanly.
-  void reportErrors() {
-    if (reported) return;
-    reported = true;
-    errors.report(std::cerr, "quillon view");
-  }
-
- private:
-  void showRate() {
-    const double rate =
-        second.elapsed() > 0 ? static_cast<double>(sent) * 1000.0 / static_cast<double>(second.elapsed()) : 0.0;
-    viewer.window()->setWindowTitle(QStringLiteral("%1 — %2 messages/s").arg(label).arg(rate, 0, 'f', 0));
-    sent = 0;
-    second.restart();
-  }
-
-  QuillonWidget& viewer;
-  cStreamReplay stream;
-  SendErrorLog errors;
-  bool reported = false;
-  double speed;
-  QString label;
-  std::size_t sent = 0;
-  std::size_t decoded = 0;
-  std::size_t dueBefore = 0;
-  std::size_t decodedBefore = 0;
-  QTimer timer;
-  QElapsedTimer clock;
-  QElapsedTimer second;
-};
 
 /// Measures how long input waits for the event loop: a thread of its own posts an event every
 /// few milliseconds, as the window system's input arrives whatever the loop is doing, and the
@@ -278,7 +204,10 @@ int runView(const ViewOptions& options) {
   char name[] = "quillon";
   char* argv[] = {name, nullptr};
   ViewerApplication application(argc, argv);
-  QuillonWidget viewer;
+  const QString label = labelOf(xml);
+  const QString title = label.isEmpty() ? QStringLiteral("Quillon") : label;
+  ViewerWindow window(title, QString::fromStdString(options.screenshots));
+  QuillonWidget& viewer = window.viewer();
   std::string annotated, groups;
   const std::string errors = viewer.initializeViewer(xml, annotated, groups);
   if (!errors.empty()) std::cerr << errors << '\n';
@@ -288,18 +217,26 @@ int runView(const ViewOptions& options) {
   else
     viewer.component().SetCameraPosition(
         {options.cameraPosition, options.cameraOrientation, "0.01", "100.0", "1.0", "1.0"});
-  viewer.resize(960, 720);
+  // The viewer gets about 960 × 720 of it; the bars take the rest.
+  window.resize(960, 810);
   if (options.live.given()) {
-    if (const std::string error = ShowLive(viewer, options.live); !error.empty()) {
+    if (const std::string error = ShowLive(viewer, options.live, *window.statusBar()); !error.empty()) {
       std::cerr << "quillon view: " << error << '\n';
       return 1;
     }
   }
-  viewer.show();
 
-  const QString label = labelOf(xml);
-  Replay replay(viewer, std::move(records), options.speed, label.isEmpty() ? QStringLiteral("Quillon") : label,
-                checked.groups);
+  // Going back in the recording starts again from the document as it loaded.
+  const bool recorded = !options.stream.empty();
+  Replay replay(viewer, std::move(records), options.speed, title, checked.groups, [&viewer, &xml] {
+    std::string reloadedAnnotated, reloadedGroups;
+    viewer.loadDocument(xml, reloadedAnnotated, reloadedGroups);
+  });
+  if (recorded)
+    window.setReplay(replay, replay.messages());
+  else
+    window.plotLive();
+  window.show();
   std::unique_ptr<InputProbe> probe;
   cRenderAreaPanel* area = viewer.holderWindow()->renderAreaPanel();
   QElapsedTimer elapsed;
@@ -345,6 +282,8 @@ void addViewCommand(CLI::App& app, Action& run) {
   cmd->add_option("document", options.document, "Visualisation document (XML)")->required();
   cmd->add_option("--stream", options.stream, "Channel stream to replay (.qcs)");
   cmd->add_option("--speed", options.speed, "Replay speed, 1 is real time");
+  cmd->add_option("--screenshots", options.screenshots,
+                  "Folder for the screenshots (Ctrl+S), the current one by default");
   cmd->add_option("--duration", options.duration, "Close the viewer after this many seconds")
       ->check(CLI::NonNegativeNumber);
   cmd->add_flag("--report-fps", options.reportFps,

@@ -1,9 +1,12 @@
 // quillon: the command-line face of the viewer.
+#include <exception>
 #include <iostream>
 
 #include "Commands.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+int runCommandLine(int argc, char** argv) {
   CLI::App app{"quillon: an embeddable 3D viewer for live measurement data"};
   app.require_subcommand(1);
   app.set_version_flag("--version", "quillon " QUILLON_VERSION);
@@ -33,4 +36,18 @@ int main(int argc, char** argv) {
     return app.exit(e) == 0 ? 0 : 2;  // usage errors exit with 2
   }
   return run ? run() : 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // A command that throws ends with its message and status 2, not with an abort.
+  try {
+    return runCommandLine(argc, argv);
+  } catch (const std::exception& e) {
+    std::cerr << "quillon: " << e.what() << "\n";
+  } catch (...) {
+    std::cerr << "quillon: unexpected failure\n";
+  }
+  return 2;
 }

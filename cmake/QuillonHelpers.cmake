@@ -55,6 +55,23 @@ function(quillon_add_library name)
   target_link_libraries(${name} PUBLIC ${ARG_DEPS} PRIVATE quillon_warnings)
 endfunction()
 
+# quillon_discover_tests(target [LABELS labels...] [PROPERTIES name value...])
+# One CTest test per GoogleTest case of the program, each with every label given. Tests that need
+# OpenGL carry the label gl, so that `ctest -L gl` runs them and `ctest -LE gl` the rest; tests
+# that open windows carry window as well. gtest_discover_tests passes a property only one value,
+# so the labels are set by a script that CTest runs after the discovered tests are added.
+function(quillon_discover_tests target)
+  cmake_parse_arguments(ARG "" "" "LABELS;PROPERTIES" ${ARGN})
+  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 TEST_LIST ${target}_TESTS PROPERTIES ${ARG_PROPERTIES})
+  if(ARG_LABELS)
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}_labels.cmake)
+    file(WRITE ${script} "if(DEFINED ${target}_TESTS)\n"
+                         "  set_tests_properties(\${${target}_TESTS} PROPERTIES LABELS \"${ARG_LABELS}\")\n"
+                         "endif()\n")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${script})
+  endif()
+endfunction()
+
 # quillon_add_test(name SOURCES... [DEPS targets...] [LABELS labels...])
 # A GoogleTest executable; each test case becomes one CTest test. In builds that look for
 # OpenGL errors (QUILLON_CHECK_GL) a test fails on any that the library reports.
@@ -66,11 +83,7 @@ function(quillon_add_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gtest_main GTest::gmock quillon_warnings)
   target_compile_definitions(${name} PRIVATE QUILLON_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-  set(properties FAIL_REGULAR_EXPRESSION "quillon: OpenGL error")
-  if(ARG_LABELS)
-    list(APPEND properties LABELS "${ARG_LABELS}")
-  endif()
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
+  quillon_discover_tests(${name} LABELS ${ARG_LABELS} PROPERTIES FAIL_REGULAR_EXPRESSION "quillon: OpenGL error")
 endfunction()
 
 # quillon_add_fuzzer(name SOURCE file CORPUS dir [DEPS targets...] [SECONDS n])

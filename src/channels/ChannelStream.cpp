@@ -54,7 +54,6 @@ ChannelStreamReader::ChannelStreamReader(std::istream& stream) : in(stream), sta
   const std::size_t got = ReadUpTo(in, magic.data(), magic.size());
   if (got != magic.size() || !std::equal(magic.begin(), magic.end(), kChannelStreamMagic.begin()))
     state = Status::kBadMagic;
-  offset = got;
 }
 
 ChannelStreamReader::Status ChannelStreamReader::Next(ChannelStreamRecord& record) {
@@ -76,7 +75,6 @@ ChannelStreamReader::Status ChannelStreamReader::Next(ChannelStreamRecord& recor
       return state = in.bad() ? Status::kReadError : Status::kTruncated;
     }
   }
-  offset += header.size() + size;
   return Status::kRecord;
 }
 

@@ -44,8 +44,6 @@ class ChannelStreamReader {
   /// The next record into `record`; kEnd after the last one. Once it has returned anything
   /// other than kRecord it returns the same again.
   Status Next(ChannelStreamRecord& record);
-  /// Byte offset of the record that Next reads next (or that was cut short).
-  std::uint64_t Offset() const { return offset; }
 
   /// Every record of a stream; the status is kEnd when all of it was read.
   static Status ReadAll(std::istream& in, std::vector<ChannelStreamRecord>& records);
@@ -53,7 +51,6 @@ class ChannelStreamReader {
  private:
   std::istream& in;
   Status state;
-  std::uint64_t offset = 0;
 };
 
 }  // namespace quillon

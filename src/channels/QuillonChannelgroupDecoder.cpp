@@ -238,7 +238,7 @@ ErrorCode QuillonChannelgroupDecoder::DecodeChannelgroup(const unsigned char* by
   const bool hasQuality = flags & kHasQuality;
   const bool hasStatus = flags & kHasStatus;
   const bool hasTimestamp = flags & kHasTimestamp;
-  const std::size_t tail = (hasQuality ? 8 : 0) + (hasStatus ? 4 : 0) + (hasTimestamp ? 4 : 0);
+  const std::size_t tail = (hasQuality ? 8u : 0u) + (hasStatus ? 4u : 0u) + (hasTimestamp ? 4u : 0u);
 
   for (std::size_t i = 0; i < count; ++i) {
     if (!in.Has(1)) return RaiseRootError(QUILLONCHANNELGROUPDECODER_DECODECHANNELGROUP_TRUNCATED);

@@ -59,7 +59,7 @@ class QuillonChannelgroupDecoder final : public IChannelgroupDecoder {
   template <class Receiver>
   struct Registration {
     std::string controlPathName;
-    std::int32_t groupNumber;
+    std::int32_t groupNumber = 0;
     std::vector<Receiver*> receivers;
   };
   template <class Receiver>

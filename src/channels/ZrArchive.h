@@ -23,9 +23,6 @@ class ZrArchive {
   /// Ends the binding; in write mode the file is written out.
   virtual ErrorCode Close() = 0;
 
-  const std::string& GetFileName() const { return fileName; }
-  bool IsReadOnly() const { return readOnly; }
-
  protected:
   std::string fileName;
   bool readOnly;

@@ -52,7 +52,7 @@ ErrorCode ZrArchiveM::Open() {
     std::ifstream file(fileName, std::ios::binary);
     if (!file) return RaiseRootError(ZRARCHIVEM_OPEN);
     std::string content;
-    std::array<char, 4096> chunk;
+    std::array<char, 4096> chunk{};
     while (file.read(chunk.data(), chunk.size()) || file.gcount() > 0)
       content.append(chunk.data(), static_cast<std::size_t>(file.gcount()));
     fileText.str(content);

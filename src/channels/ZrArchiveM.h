@@ -40,7 +40,6 @@ class ZrArchiveM final : public ZrArchive {
 
   /// Decimals of floating-point numbers written from now on (0 to kMaxPrecision).
   void SetPrecision(int decimals);
-  int GetPrecision() const { return precision; }
 
   /// Finds the statement `name` and returns its value text and kind (Kind).
   ErrorCode GetValueString(std::string_view name, std::string& valueText, int& kind);

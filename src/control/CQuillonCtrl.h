@@ -14,32 +14,6 @@ namespace quillon {
 /// and keeps the buffer that channel-group messages are copied into.
 class CQuillonCtrl {
  public:
-  /// Dispatch identifiers of the host interface.
-  enum DispatchId : int {
-    DISPID_SupportsVersion = 1,
-    DISPID_SetBackgroundColour_v1 = 2,
-    DISPID_SendChannels_v1 = 3,
-    DISPID_InitializeViewer_v1 = 4,
-    DISPID_SetForegroundColour_v1 = 5,
-    DISPID_RemoveForegroundColour_v1 = 6,
-    DISPID_EnableContextMenu_v1 = 7,
-    DISPID_DisableContextMenu_v1 = 8,
-    DISPID_EnableNavigationControls_v1 = 9,
-    DISPID_DisableNavigationControls_v1 = 10,
-    DISPID_GetCameraPosition_v1 = 11,
-    DISPID_SetCameraPosition_v1 = 12,
-    DISPID_GetMinimalWindowWidth_v1 = 13,
-    DISPID_GetMinimalWindowHeight_v1 = 14,
-    DISPID_HideNode_v1 = 15,
-    DISPID_UnhideNode_v1 = 16,
-    DISPID_EnableMouseNavigation_v2 = 17,
-    DISPID_DisableMouseNavigation_v2 = 18,
-    DISPID_ViewAll_v2 = 19,
-    DISPID_SetMeaningfulThreshold = 20,
-    DISPID_SetNominalThreshold = 21,
-    DISPID_SetViewportManipulationMode = 22,
-  };
-
   static constexpr std::size_t kInitialBufferSize = 100;
   static constexpr long kMaxMessageBytes = QUILLON_MAX_MESSAGE_BYTES;
 

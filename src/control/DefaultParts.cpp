@@ -1,3 +1,5 @@
+// The composition root of the viewer: the concrete parts of the layers below that a component is
+// made of in this build. ErrorCatalogue.cpp does the same for the error tables.
 #include "channels/QuillonChannelgroupDecoder.h"
 #include "control/ComponentParts.h"
 #include "mapping/osgSceneMappingBuilder.h"

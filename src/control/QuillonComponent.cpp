@@ -4,6 +4,7 @@
 
 #include "channels/ZrValueDecodingCallbackInterface.h"
 #include "control/ComponentErrorCodes.h"
+#include "control/ErrorCatalogue.h"
 #include "core/CoreErrorCodes.h"
 #include "core/ZrErrorHandler.h"
 #include "scenegraph/osgFakeCamera.h"
@@ -44,7 +45,10 @@ QuillonComponent::QuillonComponent(ComponentParts parts)
     : decoder(std::move(parts.decoder)),
       parser(std::move(parts.parser)),
       sceneGraph(parts.sceneGraph),
-      makeRenderArea(std::move(parts.makeRenderArea)) {}
+      makeRenderArea(std::move(parts.makeRenderArea)) {
+  // Whatever its parts, a component reports every layer's codes with their texts.
+  RegisterErrorCatalogue();
+}
 
 QuillonComponent::~QuillonComponent() {
   ClearMappings();
@@ -114,10 +118,17 @@ ErrorCode QuillonComponent::RegisterInDecoder(const std::string& controlPathName
   return HALCYON_SUCCESS;
 }
 
+ErrorCode QuillonComponent::RegisterRoute(RouteRecord& route) {
+  return RegisterInDecoder(route.controlPathName, route.groupNumber, route.channelNumber,
+                           routeValues.Tap(route, std::move(route.mapping)));
+}
+
 void QuillonComponent::ClearMappings() {
-  // The decoder forgets the receivers before they are deleted.
+  // The decoder forgets the receivers before they are deleted, and the taps go before the
+  // routes they write into.
   if (decoder) decoder->Clear();
   mappings.clear();
+  routeValues.Clear();
 }
 
 std::string QuillonComponent::SendChannels(const unsigned char* bytes, std::size_t size) {
@@ -232,10 +243,12 @@ bool QuillonComponent::SetNodeChoice(const std::string& nodeName, int choice) {
 }
 
 void QuillonComponent::SetMeaningfulThreshold(float threshold) {
+  routeValues.SetMeaningfulThreshold(threshold);
   if (decoder) decoder->SetMeaningfulThreshold(threshold);
 }
 
 void QuillonComponent::SetNominalThreshold(float threshold) {
+  routeValues.SetNominalThreshold(threshold);
   if (decoder) decoder->SetNominalThreshold(threshold);
 }
 

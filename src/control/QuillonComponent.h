@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "control/ComponentParts.h"
+#include "control/RouteValues.h"
 #include "visualisation/IMappingRegistrar.h"
 
 namespace quillon {
@@ -46,6 +47,8 @@ class QuillonComponent final : public IMappingRegistrar {
                          std::string& neededChannelGroups);
   ErrorCode RegisterInDecoder(const std::string& controlPathName, std::int32_t groupNumber, std::uint32_t channelNumber,
                               std::unique_ptr<ZrValueDecodingCallbackInterface> mapping) override;
+  /// Registers the route's mapping behind a tap that keeps its newest value in Routes().
+  ErrorCode RegisterRoute(RouteRecord& route) override;
   void ClearMappings() override;
   std::string SendChannels(const unsigned char* bytes, std::size_t size);
 
@@ -74,6 +77,8 @@ class QuillonComponent final : public IMappingRegistrar {
   std::string ConvertErrorTreeForCOM(bool hadError);
 
   std::size_t MappingCount() const { return mappings.size(); }
+  /// The bound routes of the document on show with their newest values, and the thresholds.
+  const RouteValues& Routes() const { return routeValues; }
   /// The render area that the scene-graph holder draws into, or null.
   IRenderArea* RenderArea() const;
 
@@ -85,6 +90,7 @@ class QuillonComponent final : public IMappingRegistrar {
 
   std::unique_ptr<IChannelgroupDecoder> decoder;
   std::unique_ptr<IDocumentParser> parser;
+  RouteValues routeValues;  // before the mappings, whose taps write into it
   std::vector<std::unique_ptr<ZrValueDecodingCallbackInterface>> mappings;
   ISceneGraphImplementor* sceneGraph;
   RenderAreaFactory makeRenderArea;

@@ -6,7 +6,7 @@ namespace quillon {
 namespace {
 
 struct Tables {
-  std::array<std::uint16_t, ZrClassRegistry::kMaxClassId> index;
+  std::array<std::uint16_t, ZrClassRegistry::kMaxClassId> index{};
   std::array<const ZrClassRecord*, ZrClassRegistry::kSlots> slots{};
   int used = 0;
   Tables() { index.fill(ZrClassRegistry::kUnregistered); }
@@ -20,7 +20,7 @@ Tables& tables() {
 
 }  // namespace
 
-bool ZrClassRegistry::RegisterClass(const ZrClassRecord* record, int classId) {
+bool ZrClassRegistry::RegisterClass(const ZrClassRecord* record, int classId) noexcept {
   Tables& t = tables();
   if (!record || classId < 0 || classId >= kMaxClassId) return false;
   auto& slot = t.index[static_cast<std::size_t>(classId)];

@@ -19,8 +19,9 @@ class ZrClassRegistry {
   static constexpr int kUnregistered = kSlots;
 
   /// Gives classId the next free slot. Keeps the first record of an identifier registered
-  /// twice. Refuses (false) an identifier of 15000 or more and a 601st class.
-  static bool RegisterClass(const ZrClassRecord* record, int classId);
+  /// twice. Refuses (false) an identifier of 15000 or more and a 601st class. It only fills
+  /// fixed tables and cannot throw, so static initialisers may call it.
+  static bool RegisterClass(const ZrClassRecord* record, int classId) noexcept;
   /// The record registered under classId, or null.
   static const ZrClassRecord* Find(int classId);
   static int UsedSlots();

@@ -1,6 +1,7 @@
 #pragma once
-// The process-wide message registry: every error code of every subsystem with its message.
+// The process-wide message registry: every registered error code with its message.
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -8,11 +9,14 @@
 
 namespace quillon {
 
-/// Maps error codes to their registered messages.
-/// The registry is built from constant tables on first use, so it is complete before any
-/// lookup, whatever the order of static initialisation or of linking.
+/// Maps error codes to their registered messages. It starts with core's own codes; each layer
+/// above declares a table of constants, and the composition root registers the tables of every
+/// layer before the first component runs.
 class ZrErrorMap {
  public:
+  /// Adds a table; a code already registered keeps its text, and a table added before adds
+  /// nothing. The table must outlive the process's lookups (tables are constants).
+  static void Register(std::span<const ErrorDefinition> table);
   /// The registered text, or "Undocumented error code".
   static std::string_view GetMessage(ErrorCode code);
   /// The registration flag; false for an unregistered code.

@@ -13,8 +13,6 @@ namespace quillon {
 class CompositeColorProperty final : public IColorProperty {
  public:
   void SetColor(float r, float g, float b) override;
-  /// Takes a reference of its own.
-  void Append(IColorProperty* member) { members.push_back(Ref<IColorProperty>::Share(member)); }
   void Append(Ref<IColorProperty> member) { members.push_back(std::move(member)); }
   std::size_t Count() const { return members.size(); }
 
@@ -26,7 +24,6 @@ class CompositeColorProperty final : public IColorProperty {
 class CompositeFloatProperty final : public IFloatProperty {
  public:
   void SetValue(float value) override;
-  void Append(IFloatProperty* member) { members.push_back(Ref<IFloatProperty>::Share(member)); }
   void Append(Ref<IFloatProperty> member) { members.push_back(std::move(member)); }
   std::size_t Count() const { return members.size(); }
 

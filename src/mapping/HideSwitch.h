@@ -1,6 +1,8 @@
 #pragma once
 // The switch that a hide mapping turns off while its values are not meaningful.
 
+#include <utility>
+
 #include "mapping/IProperties.h"
 #include "mapping/Property.h"
 #include "mapping/osgSwitchProperties.h"
@@ -10,7 +12,7 @@ namespace quillon {
 /// Shows or hides the mapped node, touching the switch only when the visibility changes.
 class HideSwitch {
  public:
-  explicit HideSwitch(ISwitchProperty* switchProperty) : property(Ref<ISwitchProperty>::Share(switchProperty)) {}
+  explicit HideSwitch(Ref<ISwitchProperty> switchProperty) : property(std::move(switchProperty)) {}
 
   void Hide() { Set(true, osgSwitchProperty::kHide); }
   void Show() { Set(false, osgSwitchProperty::kShow); }

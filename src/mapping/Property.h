@@ -28,26 +28,21 @@ class Property {
   int count_ = 1;
 };
 
-/// Holds one reference to a counted object (a property or a scene mapping).
+/// Holds one reference to a counted property. Whoever keeps a property holds one of these; a
+/// property is never handed on as a bare pointer.
 template <class T>
 class Ref {
  public:
   Ref() = default;
-  /// Takes over the creator's reference of a newly made object.
-  static Ref Adopt(T* object) {
-    Ref ref;
-    ref.object_ = object;
-    return ref;
-  }
-  /// Takes a reference of its own.
-  static Ref Share(T* object) {
-    if (object) object->AddRef();
-    return Adopt(object);
-  }
   Ref(const Ref& other) : object_(other.object_) {
     if (object_) object_->AddRef();
   }
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+  /// A reference to a derived type, shared or moved.
+  template <class U>
+  Ref(const Ref<U>& other) : object_(other.get()) {
+    if (object_) object_->AddRef();
+  }
   template <class U>
   Ref(Ref<U>&& other) noexcept : object_(other.Detach()) {}
   Ref& operator=(Ref other) noexcept {
@@ -62,16 +57,24 @@ class Ref {
   T* operator->() const { return object_; }
   T& operator*() const { return *object_; }
   explicit operator bool() const { return object_ != nullptr; }
-  /// Gives up the reference without releasing it.
-  T* Detach() { return std::exchange(object_, nullptr); }
 
  private:
+  template <class U>
+  friend class Ref;
+  template <class U, class... Args>
+  friend Ref<U> MakeRef(Args&&... args);
+
+  /// Takes over the creator's reference of a newly made object.
+  explicit Ref(T* created) : object_(created) {}
+  T* Detach() { return std::exchange(object_, nullptr); }
+
   T* object_ = nullptr;
 };
 
+/// Makes a property; the handle holds the creator's reference.
 template <class T, class... Args>
 Ref<T> MakeRef(Args&&... args) {
-  return Ref<T>::Adopt(new T(std::forward<Args>(args)...));
+  return Ref<T>(new T(std::forward<Args>(args)...));
 }
 
 }  // namespace quillon

@@ -1,6 +1,8 @@
 #pragma once
 // The materials by which transform mappings show the quality of their values.
 
+#include <utility>
+
 #include "mapping/IProperties.h"
 
 namespace quillon {
@@ -30,7 +32,7 @@ inline void ShowNotMeaningful(IMaterialProperty& material) {
 /// one quality writes the material once, not once a value.
 class QualityMaterial {
  public:
-  explicit QualityMaterial(IMaterialProperty* m) : material(Ref<IMaterialProperty>::Share(m)) {}
+  explicit QualityMaterial(Ref<IMaterialProperty> m) : material(std::move(m)) {}
 
   void ShowNominal() { Show(Shown::kNominal); }
   void ShowMeaningful() { Show(Shown::kMeaningful); }

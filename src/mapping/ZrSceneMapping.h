@@ -8,9 +8,9 @@ namespace quillon {
 /// Turns channel values into scene changes through properties. It keeps the two quality
 /// thresholds and counts how many of the mappings it depends on are degraded: between the
 /// thresholds (state 1) or beyond the meaningful one (state 2); the counter operations pass
-/// on to the observers, so observing the nearest dependants reaches all. Counted: the count starts at
-/// 1 and the last Release deletes it; an owner that deletes it directly must hold the only
-/// reference.
+/// on to the observers, so observing the nearest dependants reaches all. A mapping has one
+/// owner, which holds it by std::unique_ptr (the viewer component, through the registrar); the
+/// decoder and the observer links only point at it.
 class ZrSceneMapping {
  public:
   /// Quality states of a value; 3 means that no value has arrived yet.
@@ -30,11 +30,6 @@ class ZrSceneMapping {
   float GetNominalThreshold() const { return nominalThreshold; }
   unsigned GetNotNominalCount() const { return notNominalCount; }
   unsigned GetNotMeaningfulCount() const { return notMeaningfulCount; }
-
-  void AddRef() { ++references; }
-  void Release() {
-    if (--references == 0) delete this;
-  }
 
   /// Makes `observer` (and, through it, its own observers) hear of this mapping's state
   /// changes. The link is undone when either side is destroyed.
@@ -65,7 +60,6 @@ class ZrSceneMapping {
   float meaningfulThreshold = 100.0f;
   unsigned notNominalCount = 0;
   unsigned notMeaningfulCount = 0;
-  int references = 1;
   std::vector<ZrSceneMapping*> observers;
   std::vector<ZrSceneMapping*> subjects;  // the mappings that this one observes
 };

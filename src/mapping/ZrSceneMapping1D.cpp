@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "channels/ZrValue1D.h"
 
@@ -25,9 +26,9 @@ bool ZrSceneMapping1D::ScaledMeaningful(const ZrValue1D& value, double& scaled) 
   return IsMeaningful(value.GetQuality()) && std::isfinite(scaled);
 }
 
-ZrSceneMapping1DSFColor::ZrSceneMapping1DSFColor(IColorProperty* colourProperty, float scaleFactor,
+ZrSceneMapping1DSFColor::ZrSceneMapping1DSFColor(Ref<IColorProperty> colourProperty, float scaleFactor,
                                                  const FltMatrix& map, const FltMatrix& invalid)
-    : ZrSceneMapping1D(scaleFactor), property(Ref<IColorProperty>::Share(colourProperty)) {
+    : ZrSceneMapping1D(scaleFactor), property(std::move(colourProperty)) {
   if (map.Columns() >= 3) {
     colourMap.reserve(map.Rows());
     for (std::size_t row = 0; row < map.Rows(); ++row)
@@ -56,8 +57,8 @@ void ZrSceneMapping1DSFColor::ValueDecoded(ZrValue1D* value) {
   }
 }
 
-ZrSceneMapping1DSFFloat::ZrSceneMapping1DSFFloat(IFloatProperty* floatProperty, float scaleFactor)
-    : ZrSceneMapping1D(scaleFactor), property(Ref<IFloatProperty>::Share(floatProperty)) {}
+ZrSceneMapping1DSFFloat::ZrSceneMapping1DSFFloat(Ref<IFloatProperty> floatProperty, float scaleFactor)
+    : ZrSceneMapping1D(scaleFactor), property(std::move(floatProperty)) {}
 
 void ZrSceneMapping1DSFFloat::ValueDecoded(ZrValue1D* value) {
   if (!value || !property) return;
@@ -65,8 +66,8 @@ void ZrSceneMapping1DSFFloat::ValueDecoded(ZrValue1D* value) {
   if (ScaledMeaningful(*value, x) && FitsFloat(x)) property->SetValue(static_cast<float>(x));
 }
 
-ZrSceneMapping1DSFInt32::ZrSceneMapping1DSFInt32(IInt32Property* intProperty, float scaleFactor)
-    : ZrSceneMapping1D(scaleFactor), property(Ref<IInt32Property>::Share(intProperty)) {}
+ZrSceneMapping1DSFInt32::ZrSceneMapping1DSFInt32(Ref<IInt32Property> intProperty, float scaleFactor)
+    : ZrSceneMapping1D(scaleFactor), property(std::move(intProperty)) {}
 
 void ZrSceneMapping1DSFInt32::ValueDecoded(ZrValue1D* value) {
   if (!value || !property) return;

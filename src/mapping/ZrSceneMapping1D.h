@@ -16,7 +16,6 @@ class ZrSceneMapping1D : public ZrValueDecodingCallbackInterface1D, public ZrSce
  public:
   void SetMeaningfulThreshold(float threshold) override { ZrSceneMapping::SetMeaningfulThreshold(threshold); }
   void SetNominalThreshold(float threshold) override { ZrSceneMapping::SetNominalThreshold(threshold); }
-  float GetScale() const { return scale; }
 
  protected:
   explicit ZrSceneMapping1D(float scaleFactor) : scale(scaleFactor) {}
@@ -34,7 +33,7 @@ class ZrSceneMapping1DSFColor final : public ZrSceneMapping1D {
 
   /// The colour map holds one entry per row (R, G, B in its first three columns); the invalid
   /// colour is the first three elements of its matrix. Components are clamped to 0..1.
-  ZrSceneMapping1DSFColor(IColorProperty* property, float scale, const FltMatrix& colourMap,
+  ZrSceneMapping1DSFColor(Ref<IColorProperty> property, float scale, const FltMatrix& colourMap,
                           const FltMatrix& invalidColour);
   void ValueDecoded(ZrValue1D* value) override;
 
@@ -50,7 +49,7 @@ class ZrSceneMapping1DSFColor final : public ZrSceneMapping1D {
 /// Writes value × scale while the value is meaningful.
 class ZrSceneMapping1DSFFloat final : public ZrSceneMapping1D {
  public:
-  ZrSceneMapping1DSFFloat(IFloatProperty* property, float scale);
+  ZrSceneMapping1DSFFloat(Ref<IFloatProperty> property, float scale);
   void ValueDecoded(ZrValue1D* value) override;
 
  private:
@@ -60,7 +59,7 @@ class ZrSceneMapping1DSFFloat final : public ZrSceneMapping1D {
 /// Writes value × scale rounded (halves away from zero) while the value is meaningful.
 class ZrSceneMapping1DSFInt32 final : public ZrSceneMapping1D {
  public:
-  ZrSceneMapping1DSFInt32(IInt32Property* property, float scale);
+  ZrSceneMapping1DSFInt32(Ref<IInt32Property> property, float scale);
   void ValueDecoded(ZrValue1D* value) override;
 
  private:

@@ -1,13 +1,15 @@
 #include "mapping/ZrSceneMapping3D.h"
 
+#include <utility>
+
 #include "channels/ZrValue3D.h"
 #include "mapping/QualityColors.h"
 #include "mapping/ScaledFloat.h"
 
 namespace quillon {
 
-ZrSceneMapping3D::ZrSceneMapping3D(ITranslationProperty* t, float s, IMaterialProperty* m)
-    : scale(s), translation(Ref<ITranslationProperty>::Share(t)), quality(m) {}
+ZrSceneMapping3D::ZrSceneMapping3D(Ref<ITranslationProperty> t, float s, Ref<IMaterialProperty> m)
+    : scale(s), translation(std::move(t)), quality(std::move(m)) {}
 
 ZrSceneMapping::State ZrSceneMapping3D::StateOf(const ZrValue3D& value, float& x, float& y, float& z) const {
   const bool finite =
@@ -15,8 +17,8 @@ ZrSceneMapping::State ZrSceneMapping3D::StateOf(const ZrValue3D& value, float& x
   return finite ? ZrSceneMapping::StateOf(value.GetQuality()) : kNotMeaningful;
 }
 
-ZrSceneMapping3DFreeze::ZrSceneMapping3DFreeze(ITranslationProperty* t, float s, IMaterialProperty* m)
-    : ZrSceneMapping3D(t, s, m) {}
+ZrSceneMapping3DFreeze::ZrSceneMapping3DFreeze(Ref<ITranslationProperty> t, float s, Ref<IMaterialProperty> m)
+    : ZrSceneMapping3D(std::move(t), s, std::move(m)) {}
 
 void ZrSceneMapping3DFreeze::ValueDecoded(ZrValue3D* value) {
   if (!value) return;
@@ -35,8 +37,9 @@ void ZrSceneMapping3DFreeze::ValueDecoded(ZrValue3D* value) {
   state = next;
 }
 
-ZrSceneMapping3DHide::ZrSceneMapping3DHide(ITranslationProperty* t, float s, IMaterialProperty* m, ISwitchProperty* sw)
-    : ZrSceneMapping3D(t, s, m), visibility(sw) {}
+ZrSceneMapping3DHide::ZrSceneMapping3DHide(Ref<ITranslationProperty> t, float s, Ref<IMaterialProperty> m,
+                                           Ref<ISwitchProperty> sw)
+    : ZrSceneMapping3D(std::move(t), s, std::move(m)), visibility(std::move(sw)) {}
 
 void ZrSceneMapping3DHide::ValueDecoded(ZrValue3D* value) {
   if (!value) return;

@@ -19,7 +19,7 @@ class ZrSceneMapping3D : public ZrValueDecodingCallbackInterface3D, public ZrSce
   State GetState() const { return state; }
 
  protected:
-  ZrSceneMapping3D(ITranslationProperty* translation, float scale, IMaterialProperty* material);
+  ZrSceneMapping3D(Ref<ITranslationProperty> translation, float scale, Ref<IMaterialProperty> material);
   /// The state of the value: that of its quality, or 2 when the scaled point is not finite.
   State StateOf(const ZrValue3D& value, float& x, float& y, float& z) const;
 
@@ -32,15 +32,15 @@ class ZrSceneMapping3D : public ZrValueDecodingCallbackInterface3D, public ZrSce
 /// Keeps the last good position when a value is not meaningful, and shows it red.
 class ZrSceneMapping3DFreeze final : public ZrSceneMapping3D {
  public:
-  ZrSceneMapping3DFreeze(ITranslationProperty* translation, float scale, IMaterialProperty* material);
+  ZrSceneMapping3DFreeze(Ref<ITranslationProperty> translation, float scale, Ref<IMaterialProperty> material);
   void ValueDecoded(ZrValue3D* value) override;
 };
 
 /// Hides the node while its values are not meaningful.
 class ZrSceneMapping3DHide final : public ZrSceneMapping3D {
  public:
-  ZrSceneMapping3DHide(ITranslationProperty* translation, float scale, IMaterialProperty* material,
-                       ISwitchProperty* switchProperty);
+  ZrSceneMapping3DHide(Ref<ITranslationProperty> translation, float scale, Ref<IMaterialProperty> material,
+                       Ref<ISwitchProperty> switchProperty);
   void ValueDecoded(ZrValue3D* value) override;
   bool IsHidden() const { return visibility.IsHidden(); }
 

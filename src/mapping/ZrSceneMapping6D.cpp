@@ -1,6 +1,7 @@
 #include "mapping/ZrSceneMapping6D.h"
 
 #include <cmath>
+#include <utility>
 
 #include "channels/ZrValue6D.h"
 #include "mapping/QualityColors.h"
@@ -8,11 +9,9 @@
 
 namespace quillon {
 
-ZrSceneMapping6D::ZrSceneMapping6D(ITranslationProperty* t, IRotationProperty* r, float s, IMaterialProperty* m)
-    : scale(s),
-      translation(Ref<ITranslationProperty>::Share(t)),
-      rotation(Ref<IRotationProperty>::Share(r)),
-      quality(m) {}
+ZrSceneMapping6D::ZrSceneMapping6D(Ref<ITranslationProperty> t, Ref<IRotationProperty> r, float s,
+                                   Ref<IMaterialProperty> m)
+    : scale(s), translation(std::move(t)), rotation(std::move(r)), quality(std::move(m)) {}
 
 ZrSceneMapping::State ZrSceneMapping6D::StateOf(const ZrValue6D& value, float (&position)[3],
                                                 RotationMatrix& matrix) const {
@@ -34,9 +33,9 @@ void ZrSceneMapping6D::Show(State next, const float (&position)[3], const Rotati
     quality.ShowMeaningful();
 }
 
-ZrSceneMapping6DFreeze::ZrSceneMapping6DFreeze(ITranslationProperty* t, IRotationProperty* r, float s,
-                                               IMaterialProperty* m)
-    : ZrSceneMapping6D(t, r, s, m) {}
+ZrSceneMapping6DFreeze::ZrSceneMapping6DFreeze(Ref<ITranslationProperty> t, Ref<IRotationProperty> r, float s,
+                                               Ref<IMaterialProperty> m)
+    : ZrSceneMapping6D(std::move(t), std::move(r), s, std::move(m)) {}
 
 void ZrSceneMapping6DFreeze::ValueDecoded(ZrValue6D* value) {
   if (!value) return;
@@ -52,9 +51,9 @@ void ZrSceneMapping6DFreeze::ValueDecoded(ZrValue6D* value) {
   state = next;
 }
 
-ZrSceneMapping6DHide::ZrSceneMapping6DHide(ITranslationProperty* t, IRotationProperty* r, float s, IMaterialProperty* m,
-                                           ISwitchProperty* sw)
-    : ZrSceneMapping6D(t, r, s, m), visibility(sw) {}
+ZrSceneMapping6DHide::ZrSceneMapping6DHide(Ref<ITranslationProperty> t, Ref<IRotationProperty> r, float s,
+                                           Ref<IMaterialProperty> m, Ref<ISwitchProperty> sw)
+    : ZrSceneMapping6D(std::move(t), std::move(r), s, std::move(m)), visibility(std::move(sw)) {}
 
 void ZrSceneMapping6DHide::ValueDecoded(ZrValue6D* value) {
   if (!value) return;

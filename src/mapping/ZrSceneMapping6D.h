@@ -20,8 +20,8 @@ class ZrSceneMapping6D : public ZrValueDecodingCallbackInterface6D, public ZrSce
   State GetState() const { return state; }
 
  protected:
-  ZrSceneMapping6D(ITranslationProperty* translation, IRotationProperty* rotation, float scale,
-                   IMaterialProperty* material);
+  ZrSceneMapping6D(Ref<ITranslationProperty> translation, Ref<IRotationProperty> rotation, float scale,
+                   Ref<IMaterialProperty> material);
   /// The state of the value: that of its quality, or 2 when the scaled position or the
   /// rotation is not finite. Fills the position and rotation to write.
   State StateOf(const ZrValue6D& value, float (&position)[3], RotationMatrix& rotationMatrix) const;
@@ -38,8 +38,8 @@ class ZrSceneMapping6D : public ZrValueDecodingCallbackInterface6D, public ZrSce
 /// Keeps the last good frame when a value is not meaningful, and shows it red.
 class ZrSceneMapping6DFreeze final : public ZrSceneMapping6D {
  public:
-  ZrSceneMapping6DFreeze(ITranslationProperty* translation, IRotationProperty* rotation, float scale,
-                         IMaterialProperty* material);
+  ZrSceneMapping6DFreeze(Ref<ITranslationProperty> translation, Ref<IRotationProperty> rotation, float scale,
+                         Ref<IMaterialProperty> material);
   void ValueDecoded(ZrValue6D* value) override;
 };
 
@@ -47,8 +47,8 @@ class ZrSceneMapping6DFreeze final : public ZrSceneMapping6D {
 /// with the 3D hide mapping.
 class ZrSceneMapping6DHide final : public ZrSceneMapping6D {
  public:
-  ZrSceneMapping6DHide(ITranslationProperty* translation, IRotationProperty* rotation, float scale,
-                       IMaterialProperty* material, ISwitchProperty* switchProperty);
+  ZrSceneMapping6DHide(Ref<ITranslationProperty> translation, Ref<IRotationProperty> rotation, float scale,
+                       Ref<IMaterialProperty> material, Ref<ISwitchProperty> switchProperty);
   void ValueDecoded(ZrValue6D* value) override;
   bool IsHidden() const { return visibility.IsHidden(); }
 

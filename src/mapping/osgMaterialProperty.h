@@ -19,8 +19,6 @@ class osgMaterialProperty final : public IMaterialProperty {
   void SetEmissiveColor(float r, float g, float b) override;
   void SetTransparency(float transparency) override;
 
-  osg::Material* GetMaterial() const { return material.get(); }
-
  private:
   osg::ref_ptr<osg::Material> material;
   osg::Vec3f diffuse{0.8f, 0.8f, 0.8f};

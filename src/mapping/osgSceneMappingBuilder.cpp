@@ -37,9 +37,9 @@ void Protect(osg::Material& material) {
 MappingPtr MaterialMapping(const RouteRecord& route, osg::Material* material) {
   const float scale = static_cast<float>(route.scale);
   if (auto colour = MakeMaterialColorProperty(route.targetFieldName, material))
-    return std::make_unique<ZrSceneMapping1DSFColor>(colour.get(), scale, route.colourMap, route.invalidColour);
+    return std::make_unique<ZrSceneMapping1DSFColor>(std::move(colour), scale, route.colourMap, route.invalidColour);
   if (auto number = MakeMaterialFloatProperty(route.targetFieldName, material))
-    return std::make_unique<ZrSceneMapping1DSFFloat>(number.get(), scale);
+    return std::make_unique<ZrSceneMapping1DSFFloat>(std::move(number), scale);
   return nullptr;
 }
 
@@ -54,9 +54,8 @@ MappingPtr CascadingMapping(const RouteRecord& route, const NamedObject& target)
   for (osg::Material* material : visitor.Materials()) Protect(*material);
   const float scale = static_cast<float>(route.scale);
   if (visitor.Colors()->Count() > 0)
-    return std::make_unique<ZrSceneMapping1DSFColor>(visitor.Colors().get(), scale, route.colourMap,
-                                                     route.invalidColour);
-  if (visitor.Floats()->Count() > 0) return std::make_unique<ZrSceneMapping1DSFFloat>(visitor.Floats().get(), scale);
+    return std::make_unique<ZrSceneMapping1DSFColor>(visitor.Colors(), scale, route.colourMap, route.invalidColour);
+  if (visitor.Floats()->Count() > 0) return std::make_unique<ZrSceneMapping1DSFFloat>(visitor.Floats(), scale);
   return nullptr;
 }
 
@@ -98,27 +97,28 @@ std::pair<MappingPtr, ZrSceneMapping*> TransformMapping(const RouteRecord& route
       material.get(), osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE | osg::StateAttribute::PROTECTED);
 
   const float scale = static_cast<float>(route.scale);
-  auto translation = MakeRef<osgTranslationProperty>(&transform);
-  auto quality = MakeRef<osgMaterialProperty>(material.get());
-  auto switchProperty = MakeRef<osgSwitchProperty>(node.get());
+  Ref<ITranslationProperty> translation = MakeRef<osgTranslationProperty>(&transform);
+  Ref<IMaterialProperty> quality = MakeRef<osgMaterialProperty>(material.get());
   if (route.channelKind == ChannelKind::Kind3D) {
     if (route.hide) {
-      auto m = std::make_unique<ZrSceneMapping3DHide>(translation.get(), scale, quality.get(), switchProperty.get());
+      auto m = std::make_unique<ZrSceneMapping3DHide>(std::move(translation), scale, std::move(quality),
+                                                      MakeRef<osgSwitchProperty>(node.get()));
       ZrSceneMapping* base = m.get();
       return {std::move(m), base};
     }
-    auto m = std::make_unique<ZrSceneMapping3DFreeze>(translation.get(), scale, quality.get());
+    auto m = std::make_unique<ZrSceneMapping3DFreeze>(std::move(translation), scale, std::move(quality));
     ZrSceneMapping* base = m.get();
     return {std::move(m), base};
   }
-  auto rotation = MakeRef<osgRotationProperty>(&transform);
+  Ref<IRotationProperty> rotation = MakeRef<osgRotationProperty>(&transform);
   if (route.hide) {
-    auto m = std::make_unique<ZrSceneMapping6DHide>(translation.get(), rotation.get(), scale, quality.get(),
-                                                    switchProperty.get());
+    auto m = std::make_unique<ZrSceneMapping6DHide>(std::move(translation), std::move(rotation), scale,
+                                                    std::move(quality), MakeRef<osgSwitchProperty>(node.get()));
     ZrSceneMapping* base = m.get();
     return {std::move(m), base};
   }
-  auto m = std::make_unique<ZrSceneMapping6DFreeze>(translation.get(), rotation.get(), scale, quality.get());
+  auto m =
+      std::make_unique<ZrSceneMapping6DFreeze>(std::move(translation), std::move(rotation), scale, std::move(quality));
   ZrSceneMapping* base = m.get();
   return {std::move(m), base};
 }
@@ -179,7 +179,7 @@ void osgSceneMappingBuilder::Bind(const osgSceneRegistry& registry, std::vector<
     } else if (target->kind == NamedKind::Switch && oneD) {
       auto* node = dynamic_cast<osg::Switch*>(target->object.get());
       if (node && route.targetFieldName != "whichChoice")
-        route.mapping = std::make_unique<ZrSceneMapping1DSFInt32>(MakeRef<osgSwitchInt32Property>(node).get(),
+        route.mapping = std::make_unique<ZrSceneMapping1DSFInt32>(MakeRef<osgSwitchInt32Property>(node),
                                                                   static_cast<float>(route.scale));
     } else if (target->kind == NamedKind::Transform &&
                (route.channelKind == ChannelKind::Kind3D || route.channelKind == ChannelKind::Kind6D)) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -42,6 +43,11 @@ class ISceneGraphImplementor {
   virtual bool setSwitchChoice(const std::string& nodeName, int choice) = 0;
   /// Switches the override colour of every colourable object on (with the colour) or off.
   virtual void setForegroundOverride(bool on, float r, float g, float b) = 0;
+  /// The DEF names of what is drawn at a pixel of the render area (device pixels from its top
+  /// left), the most particular first: the nearest shape's named material and appearance, then
+  /// its named nodes from the geometry up to the root. Empty where nothing is drawn; a holder
+  /// that cannot tell answers empty.
+  virtual std::vector<std::string> namedObjectsAt(int, int) { return {}; }
 };
 
 }  // namespace quillon

@@ -1,9 +1,12 @@
 #include "scenegraph/OSGSceneGraph.h"
 
+#include <algorithm>
 #include <cmath>
 #include <osg/GLObjects>
 #include <osg/Light>
 #include <osg/State>
+#include <osgUtil/IntersectionVisitor>
+#include <osgUtil/LineSegmentIntersector>
 #include <osgViewer/GraphicsWindow>
 #include <utility>
 
@@ -184,6 +187,43 @@ bool OSGSceneGraph::setSwitchChoice(const std::string& nodeName, int choice) {
 
 void OSGSceneGraph::setForegroundOverride(bool on, float r, float g, float b) {
   registries.setForegroundOverride(on, r, g, b);
+}
+
+std::vector<std::string> OSGSceneGraph::namedObjectsAt(int x, int y) {
+  std::vector<std::string> names;
+  if (!area || !view || !rootGroup) return names;
+  // The camera still holds the matrices of the last frame, which is what the pointer is over.
+  // Window coordinates count from the bottom, through the middle of the pixel.
+  osg::ref_ptr<osgUtil::LineSegmentIntersector> picker =
+      new osgUtil::LineSegmentIntersector(osgUtil::Intersector::WINDOW, x + 0.5, area->height() - y - 0.5);
+  osgUtil::IntersectionVisitor visitor(picker.get());
+  view->getCamera()->accept(visitor);
+  if (!picker->containsIntersections()) return names;
+  const osgUtil::LineSegmentIntersector::Intersection& hit = picker->getFirstIntersection();
+  // The path ends with the drawable itself, which is a node in this runtime.
+  const osg::NodePath& path = hit.nodePath;
+  auto onPath = [&path](const osg::StateSet* state) {
+    return std::any_of(path.begin(), path.end(), [state](const osg::Node* n) { return n->getStateSet() == state; });
+  };
+
+  // The most particular first: the shape's material and appearance, then the nodes from the
+  // geometry up.
+  struct Found {
+    std::size_t rank;
+    const std::string* name;
+  };
+  std::vector<Found> found;
+  for (const NamedObject& named : registries.namedObjects()) {
+    if (const osg::Node* node = named.node()) {
+      const auto at = std::find(path.rbegin(), path.rend(), node);
+      if (at != path.rend()) found.push_back({2 + static_cast<std::size_t>(at - path.rbegin()), &named.name});
+    } else if (named.stateSet && onPath(named.stateSet.get())) {
+      found.push_back({named.kind == NamedKind::Material ? 0u : 1u, &named.name});
+    }
+  }
+  std::stable_sort(found.begin(), found.end(), [](const Found& a, const Found& b) { return a.rank < b.rank; });
+  for (const Found& f : found) names.push_back(*f.name);
+  return names;
 }
 
 void OSGSceneGraph::replaceScene(osg::ref_ptr<osg::Group> newRoot, osgSceneRegistry newRegistries) {

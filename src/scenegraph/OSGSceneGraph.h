@@ -44,6 +44,7 @@ class OSGSceneGraph final : public ISceneGraphImplementor {
   IRenderArea* renderArea() override { return area.get(); }
   bool setSwitchChoice(const std::string& nodeName, int choice) override;
   void setForegroundOverride(bool on, float r, float g, float b) override;
+  std::vector<std::string> namedObjectsAt(int x, int y) override;
 
   /// The root group of the displayed scene; null before initialize and after terminate.
   osg::Group* root() const { return rootGroup.get(); }

@@ -254,7 +254,6 @@ void OffscreenRenderArea::resize(int width, int height) {
   doneCurrent();
   window->setDefaultFboId(drawFbo);
   window->resized(0, 0, w, h);
-  redrawPending = true;
 }
 
 bool OffscreenRenderArea::makeCurrent() {
@@ -270,7 +269,6 @@ void OffscreenRenderArea::present() {
   gl->blitFramebuffer(0, 0, w, h, 0, 0, w, h, GL_COLOR_BUFFER_BIT, GL_NEAREST);
   gl->bindFramebuffer(GL_FRAMEBUFFER, drawFbo);
   CheckGlErrors("resolving the multisampled framebuffer");
-  redrawPending = false;
 }
 
 bool OffscreenRenderArea::readPixels(unsigned char* rgba, std::size_t size) {

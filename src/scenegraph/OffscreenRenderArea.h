@@ -26,13 +26,13 @@ class OffscreenRenderArea final : public IRenderArea {
   bool makeCurrent() override;
   void doneCurrent() override;
   void present() override;
-  void triggerRedraw() override { redrawPending = true; }
+  // Offscreen, a frame is drawn when the host asks for its pixels; there is nothing to schedule.
+  void triggerRedraw() override {}
   bool readPixels(unsigned char* rgba, std::size_t size) override;
   osgViewer::GraphicsWindowEmbedded* graphicsWindow() override;
 
   /// Samples of the framebuffer drawn into (1 when multisampling was not available).
   int samples() const { return sampleCount; }
-  bool isRedrawPending() const { return redrawPending; }
 
  private:
   struct Gl;
@@ -59,7 +59,6 @@ class OffscreenRenderArea final : public IRenderArea {
   unsigned int resolveFbo = 0, resolveColour = 0;
   int w = 0, h = 0;
   int sampleCount = 1;
-  bool redrawPending = true;
   osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window;
 };
 

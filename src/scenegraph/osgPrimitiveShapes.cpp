@@ -1,6 +1,7 @@
 #include "scenegraph/osgPrimitiveShapes.h"
 
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 
 #include "scenegraph/GlValues.h"
@@ -9,6 +10,9 @@ namespace quillon {
 namespace {
 
 constexpr int kSphereBands = 40;
+// Four corners for each quad of the sphere, indexed by 16 bits.
+constexpr std::size_t kSphereVertices = std::size_t{kSphereBands} * kSphereBands * 4;
+static_assert(kSphereVertices <= 65536);
 constexpr int kRoundSegments = 32;
 
 // Vertices and normals gathered for one primitive set of independent polygons.
@@ -52,8 +56,8 @@ osg::ref_ptr<osg::Geometry> MakeSphere(float radius) {
                      static_cast<float>(std::sin(theta) * std::sin(phi)));
   };
   Mesh mesh;
-  mesh.vertices->reserve(kSphereBands * kSphereBands * 4);
-  mesh.normals->reserve(kSphereBands * kSphereBands * 4);
+  mesh.vertices->reserve(kSphereVertices);
+  mesh.normals->reserve(kSphereVertices);
   for (int band = 0; band < kSphereBands; ++band) {
     for (int segment = 0; segment < kSphereBands; ++segment) {
       for (const auto& [b, s] :
@@ -67,7 +71,7 @@ osg::ref_ptr<osg::Geometry> MakeSphere(float radius) {
   // The quads' indices, in order, as the primitive set of the sphere.
   osg::ref_ptr<osg::DrawElementsUShort> quads = new osg::DrawElementsUShort(GL_QUADS);
   quads->reserve(mesh.vertices->size());
-  for (unsigned short i = 0; i < mesh.vertices->size(); ++i) quads->push_back(i);
+  for (std::size_t i = 0; i < mesh.vertices->size(); ++i) quads->push_back(static_cast<unsigned short>(i));
   geometry->setPrimitiveSet(0, quads.get());
   return geometry;
 }

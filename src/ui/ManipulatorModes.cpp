@@ -42,29 +42,29 @@ Vec3 AlongViewAxis(ICamera& camera, double z) { return rotate(orientationOf(came
 
 }  // namespace nav
 
-void cViewportManipulator::__manipulatorMode::FirstButtonDown(int x, int y, IViewport&) {
+void cViewportManipulator::manipulatorMode::FirstButtonDown(int x, int y, IViewport&) {
   pressed = true;
   lastX = x;
   lastY = y;
 }
 
-void cViewportManipulator::__manipulatorMode::FirstButtonUp(int, int, IViewport&) { pressed = false; }
+void cViewportManipulator::manipulatorMode::FirstButtonUp(int, int, IViewport&) { pressed = false; }
 
-void cViewportManipulator::__manipulatorModePan::Pan(IViewport& viewport, int fromX, int fromY, int toX, int toY) {
+void cViewportManipulator::manipulatorModePan::Pan(IViewport& viewport, int fromX, int fromY, int toX, int toY) {
   const nav::Vec3 from = nav::ScreenToWorld(viewport, fromX, fromY);
   const nav::Vec3 to = nav::ScreenToWorld(viewport, toX, toY);
   nav::Translate(viewport.camera(), (from - to) * kPanFactor);
 }
 
-void cViewportManipulator::__manipulatorModePan::MouseMove(int x, int y, IViewport& viewport, const IKeyState&) {
+void cViewportManipulator::manipulatorModePan::MouseMove(int x, int y, IViewport& viewport, const IKeyState&) {
   if (!pressed) return;
   Pan(viewport, lastX, lastY, x, y);
   lastX = x;
   lastY = y;
 }
 
-void cViewportManipulator::__manipulatorModeRotate::Rotate(IViewport& viewport, int fromX, int fromY, int toX, int toY,
-                                                           bool roll) {
+void cViewportManipulator::manipulatorModeRotate::Rotate(IViewport& viewport, int fromX, int fromY, int toX, int toY,
+                                                         bool roll) {
   ICamera& camera = viewport.camera();
   const nav::Quat orientation = orientationOf(camera);
   int width = 0, height = 0;
@@ -105,15 +105,14 @@ void cViewportManipulator::__manipulatorModeRotate::Rotate(IViewport& viewport, 
   camera.setPosition(moved.x, moved.y, moved.z);
 }
 
-void cViewportManipulator::__manipulatorModeRotate::MouseMove(int x, int y, IViewport& viewport,
-                                                              const IKeyState& keys) {
+void cViewportManipulator::manipulatorModeRotate::MouseMove(int x, int y, IViewport& viewport, const IKeyState& keys) {
   if (!pressed) return;
   Rotate(viewport, lastX, lastY, x, y, keys.isAltDown() && keys.isCtrlDown());
   lastX = x;
   lastY = y;
 }
 
-void cViewportManipulator::__manipulatorModeSetRotCentre::FirstButtonDown(int x, int y, IViewport& viewport) {
+void cViewportManipulator::manipulatorModeSetRotCentre::FirstButtonDown(int x, int y, IViewport& viewport) {
   int width = 0, height = 0;
   viewport.getWindowSize(width, height);
   const int centreX = width / 2;
@@ -135,7 +134,7 @@ void cViewportManipulator::__manipulatorModeSetRotCentre::FirstButtonDown(int x,
   lastY = y;
 }
 
-bool cViewportManipulator::__manipulatorModeSetRotCentre::Apply(IViewport& viewport) {
+bool cViewportManipulator::manipulatorModeSetRotCentre::Apply(IViewport& viewport) {
   if (!pressed) return false;
   if (stepCount >= 1 && stepIndex >= 0 && stepIndex < stepCount) {
     nav::Translate(viewport.camera(), nav::Vec3{stepX, stepY, stepZ});
@@ -149,7 +148,7 @@ bool cViewportManipulator::__manipulatorModeSetRotCentre::Apply(IViewport& viewp
   return true;
 }
 
-void cViewportManipulator::__manipulatorModeZoom::MouseMove(int x, int y, IViewport& viewport, const IKeyState&) {
+void cViewportManipulator::manipulatorModeZoom::MouseMove(int x, int y, IViewport& viewport, const IKeyState&) {
   if (!pressed) return;
   // Only the direction counts, not the distance.
   if (y != lastY) viewport.camera().zoom(y > lastY ? 1.05 : 0.95);
@@ -157,7 +156,7 @@ void cViewportManipulator::__manipulatorModeZoom::MouseMove(int x, int y, IViewp
   lastY = y;
 }
 
-void cViewportManipulator::__manipulatorModeDolly::MouseMove(int x, int y, IViewport& viewport, const IKeyState&) {
+void cViewportManipulator::manipulatorModeDolly::MouseMove(int x, int y, IViewport& viewport, const IKeyState&) {
   if (!pressed) return;
   int width = 0, height = 0;
   viewport.getWindowSize(width, height);
@@ -171,7 +170,7 @@ void cViewportManipulator::__manipulatorModeDolly::MouseMove(int x, int y, IView
   lastX = x;
 }
 
-bool cViewportManipulator::__manipulatorModeDolly::MouseWheel(int, int, int delta, IViewport& viewport) {
+bool cViewportManipulator::manipulatorModeDolly::MouseWheel(int, int, int delta, IViewport& viewport) {
   nav::Vec3 move = nav::AlongViewAxis(viewport.camera(), delta);
   // Both wheel directions move backward, the opposite of the drag.
   if (delta < 0) move = move * -1.0;

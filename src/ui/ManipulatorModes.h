@@ -9,9 +9,9 @@ class ICamera;
 
 /// One way of turning a drag into a camera move. Each mode keeps its own drag state;
 /// a first-button press stores the position and sets the pressed flag, a release clears it.
-class cViewportManipulator::__manipulatorMode {
+class cViewportManipulator::manipulatorMode {
  public:
-  virtual ~__manipulatorMode() = default;
+  virtual ~manipulatorMode() = default;
   /// Carries out a pending change; true when the camera moved.
   virtual bool Apply(IViewport&) { return false; }
   virtual void FirstButtonDown(int x, int y, IViewport& viewport);
@@ -29,7 +29,7 @@ class cViewportManipulator::__manipulatorMode {
   int lastY = 0;
 };
 
-class cViewportManipulator::__manipulatorModePan final : public __manipulatorMode {
+class cViewportManipulator::manipulatorModePan final : public manipulatorMode {
  public:
   void MouseMove(int x, int y, IViewport& viewport, const IKeyState& keys) override;
   int GetModeInfo() const override { return MODE_PAN; }
@@ -37,7 +37,7 @@ class cViewportManipulator::__manipulatorModePan final : public __manipulatorMod
   static void Pan(IViewport& viewport, int fromX, int fromY, int toX, int toY);
 };
 
-class cViewportManipulator::__manipulatorModeRotate final : public __manipulatorMode {
+class cViewportManipulator::manipulatorModeRotate final : public manipulatorMode {
  public:
   void MouseMove(int x, int y, IViewport& viewport, const IKeyState& keys) override;
   int GetModeInfo() const override { return MODE_ROTATE; }
@@ -45,7 +45,7 @@ class cViewportManipulator::__manipulatorModeRotate final : public __manipulator
   static void Rotate(IViewport& viewport, int fromX, int fromY, int toX, int toY, bool roll);
 };
 
-class cViewportManipulator::__manipulatorModeSetRotCentre final : public __manipulatorMode {
+class cViewportManipulator::manipulatorModeSetRotCentre final : public manipulatorMode {
  public:
   bool Apply(IViewport& viewport) override;
   void FirstButtonDown(int x, int y, IViewport& viewport) override;
@@ -57,13 +57,13 @@ class cViewportManipulator::__manipulatorModeSetRotCentre final : public __manip
   double stepX = 0, stepY = 0, stepZ = 0;
 };
 
-class cViewportManipulator::__manipulatorModeZoom final : public __manipulatorMode {
+class cViewportManipulator::manipulatorModeZoom final : public manipulatorMode {
  public:
   void MouseMove(int x, int y, IViewport& viewport, const IKeyState& keys) override;
   int GetModeInfo() const override { return MODE_ZOOM; }
 };
 
-class cViewportManipulator::__manipulatorModeDolly final : public __manipulatorMode {
+class cViewportManipulator::manipulatorModeDolly final : public manipulatorMode {
  public:
   void MouseMove(int x, int y, IViewport& viewport, const IKeyState& keys) override;
   bool MouseWheel(int x, int y, int delta, IViewport& viewport) override;

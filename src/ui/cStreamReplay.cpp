@@ -39,4 +39,11 @@ std::vector<const ChannelStreamRecord*> cStreamReplay::due(std::uint64_t now) {
   return latest;
 }
 
+std::size_t cStreamReplay::countUpTo(std::uint64_t time) const {
+  const auto after =
+      std::upper_bound(records.begin(), records.end(), time,
+                       [](std::uint64_t t, const ChannelStreamRecord& r) { return t < r.timeMicroseconds; });
+  return static_cast<std::size_t>(after - records.begin());
+}
+
 }  // namespace quillon

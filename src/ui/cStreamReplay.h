@@ -31,6 +31,14 @@ class cStreamReplay {
   std::size_t passed() const { return next; }
   std::size_t size() const { return records.size(); }
 
+  /// The recorded messages, in stream order.
+  const std::vector<ChannelStreamRecord>& messages() const { return records; }
+  /// Hands out from message `index` on, as if those before it had passed; for a replay that is
+  /// moved to another point of the recording.
+  void moveTo(std::size_t index) { next = index < records.size() ? index : records.size(); }
+  /// How many messages are recorded at or before `time`.
+  std::size_t countUpTo(std::uint64_t time) const;
+
  private:
   std::vector<ChannelStreamRecord> records;
   std::size_t next = 0;

@@ -15,14 +15,14 @@ namespace {
 constexpr double kDegreesToRadians = 0.017444445;
 constexpr double kPerDegreeOfTurn = 0.0027777778;
 
-cViewportManipulator::__manipulatorModePan modePan;
-cViewportManipulator::__manipulatorModeRotate modeRotate;
-cViewportManipulator::__manipulatorModeSetRotCentre modeSetRotCentre;
-cViewportManipulator::__manipulatorModeZoom modeZoom;
-cViewportManipulator::__manipulatorModeDolly modeDolly;
+cViewportManipulator::manipulatorModePan modePan;
+cViewportManipulator::manipulatorModeRotate modeRotate;
+cViewportManipulator::manipulatorModeSetRotCentre modeSetRotCentre;
+cViewportManipulator::manipulatorModeZoom modeZoom;
+cViewportManipulator::manipulatorModeDolly modeDolly;
 
-cViewportManipulator::__manipulatorMode* const modeTable[] = {&modePan,  &modeRotate, &modeSetRotCentre,
-                                                              &modeZoom, &modeDolly,  nullptr};
+cViewportManipulator::manipulatorMode* const modeTable[] = {&modePan,  &modeRotate, &modeSetRotCentre,
+                                                            &modeZoom, &modeDolly,  nullptr};
 }  // namespace
 
 cViewportManipulator::cViewportManipulator() : mode(modeTable[MODE_ROTATE]) {}
@@ -76,11 +76,11 @@ void cViewportManipulator::MouseMove(int x, int y) {
   }
   // Alt alone navigates whatever the mode: the second button pans, the first rotates.
   if (second.pressed) {
-    __manipulatorModePan::Pan(*viewport, second.x, second.y, x, y);
+    manipulatorModePan::Pan(*viewport, second.x, second.y, x, y);
     second.x = x;
     second.y = y;
   } else if (first.pressed) {
-    __manipulatorModeRotate::Rotate(*viewport, first.x, first.y, x, y, false);
+    manipulatorModeRotate::Rotate(*viewport, first.x, first.y, x, y, false);
     first.x = x;
     first.y = y;
   } else {

@@ -13,12 +13,14 @@ class IViewportHolder;
 /// once per process and are chosen from a table of six entries, the last one empty.
 class cViewportManipulator : public IViewportManipulator {
  public:
-  class __manipulatorMode;
-  class __manipulatorModePan;
-  class __manipulatorModeRotate;
-  class __manipulatorModeSetRotCentre;
-  class __manipulatorModeZoom;
-  class __manipulatorModeDolly;
+  // The mode classes go without the two leading underscores of their old names, which C++
+  // reserves to the implementation.
+  class manipulatorMode;
+  class manipulatorModePan;
+  class manipulatorModeRotate;
+  class manipulatorModeSetRotCentre;
+  class manipulatorModeZoom;
+  class manipulatorModeDolly;
 
   static constexpr unsigned int kAltKey = 18;
   static constexpr unsigned int kCtrlKey = 17;
@@ -70,7 +72,7 @@ class cViewportManipulator : public IViewportManipulator {
   bool contextMenuEnabled = true;
   bool mouseNavigationEnabled = true;
   bool navigationControlsShown = true;
-  __manipulatorMode* mode;
+  manipulatorMode* mode;
   Button first;
   Button second;
   const IKeyState* keys = nullptr;

@@ -15,8 +15,8 @@ constexpr unsigned char kQuote = 4;  // begins a token that runs to the matching
 
 constexpr std::array<unsigned char, 256> MakeClasses() {
   std::array<unsigned char, 256> c{};
-  for (unsigned char b : {' ', '\t', '\r', '\n'}) c[b] = kBlank;
-  for (unsigned char d : {'<', '>', '=', '\\', '/', '?', '!'}) c[d] = kDelim;
+  for (const char b : {' ', '\t', '\r', '\n'}) c[static_cast<unsigned char>(b)] = kBlank;
+  for (const char d : {'<', '>', '=', '\\', '/', '?', '!'}) c[static_cast<unsigned char>(d)] = kDelim;
   c['"'] = kQuote;
   c['\''] = kQuote;
   return c;

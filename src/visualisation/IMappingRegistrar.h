@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/ErrorDefinition.h"
+#include "visualisation/RouteRecord.h"
 
 namespace quillon {
 
@@ -19,6 +20,11 @@ class IMappingRegistrar {
   virtual ErrorCode RegisterInDecoder(const std::string& controlPathName, std::int32_t groupNumber,
                                       std::uint32_t channelNumber,
                                       std::unique_ptr<ZrValueDecodingCallbackInterface> mapping) = 0;
+  /// Registers the mapping built for a route, taking it out of the record. A registrar that
+  /// wants to know more of the route than its channel overrides this.
+  virtual ErrorCode RegisterRoute(RouteRecord& route) {
+    return RegisterInDecoder(route.controlPathName, route.groupNumber, route.channelNumber, std::move(route.mapping));
+  }
   /// Deletes every mapping registered before, after dropping their registrations.
   virtual void ClearMappings() = 0;
 };

@@ -17,6 +17,7 @@ enum class ChannelKind : int { Kind1D = 0, Kind3D = 1, Kind6D = 2, KindTime = 3 
 /// "ExternRouteToChildren"). The document reader fills everything but the mapping; the
 /// scene-mapping builder fills the mapping when it can bind the route.
 struct RouteRecord {
+  std::string from;  // the channel as the document names it, name[group][channel][kind]
   std::string controlPathName;
   std::string targetFieldName;  // empty when the route names no field
   std::string targetNodeName;

@@ -210,9 +210,7 @@ ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, const std::string& xm
   if (!routes_.empty()) registrar.ClearMappings();
   for (RouteRecord& route : routes_) {
     // The registrar records its own failure; the other routes are registered all the same.
-    if (route.mapping)
-      registrar.RegisterInDecoder(route.controlPathName, route.groupNumber, route.channelNumber,
-                                  std::move(route.mapping));
+    if (route.mapping) registrar.RegisterRoute(route);
   }
   Trace("Total loading of scene took %lf secs\n", ElapsedSeconds(startTick, GetTickCount()));
   return HALCYON_SUCCESS;
@@ -278,6 +276,7 @@ ErrorCode ZrXMLParser::ReadRoute(std::string_view elementName, std::string* anno
   std::string_view groupText;
   if (!ReadFrom(from, route, groupText))
     return Annotate(ZRVISUALISATIONXMLREADER_PARSE_BADFROMATTRIBUTE, elementName, annotated);
+  route.from = from;
 
   const std::string to = markup_.GetAttribute("to");
   if (to.empty()) return Annotate(ZRVISUALISATIONXMLREADER_PARSE_NOTOATTRIBUTE, elementName, annotated);

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "vrml/Vocabulary.h"
+
 namespace VRML {
 
 class Node;
@@ -48,7 +50,7 @@ class SFBool final : public FieldValue {
  public:
   SFBool() = default;
   explicit SFBool(bool v) : value(v) { set = true; }
-  std::string_view typeName() const override { return "SFBool"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::SFBool); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<SFBool>(*this); }
   void clear() override { value = false, set = false; }
   bool value = false;
@@ -58,7 +60,7 @@ class SFInt32 final : public FieldValue {
  public:
   SFInt32() = default;
   explicit SFInt32(std::int32_t v) : value(v) { set = true; }
-  std::string_view typeName() const override { return "SFInt32"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::SFInt32); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<SFInt32>(*this); }
   void clear() override { value = 0, set = false; }
   std::int32_t value = 0;
@@ -68,7 +70,7 @@ class SFFloat final : public FieldValue {
  public:
   SFFloat() = default;
   explicit SFFloat(float v) : value(v) { set = true; }
-  std::string_view typeName() const override { return "SFFloat"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::SFFloat); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<SFFloat>(*this); }
   void clear() override { value = 0.0f, set = false; }
   float value = 0.0f;
@@ -78,7 +80,7 @@ class SFVec3f final : public FieldValue {
  public:
   SFVec3f() = default;
   SFVec3f(float x, float y, float z) : value{x, y, z} { set = true; }
-  std::string_view typeName() const override { return "SFVec3f"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::SFVec3f); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<SFVec3f>(*this); }
   void clear() override { value = {}, set = false; }
   Vec3f value;
@@ -88,7 +90,7 @@ class SFColor final : public FieldValue {
  public:
   SFColor() = default;
   SFColor(float red, float green, float blue) : value{red, green, blue} { set = true; }
-  std::string_view typeName() const override { return "SFColor"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::SFColor); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<SFColor>(*this); }
   void clear() override { value = {}, set = false; }
   Color3f value;
@@ -99,7 +101,7 @@ class SFRotation final : public FieldValue {
  public:
   SFRotation() = default;
   SFRotation(float ax, float ay, float az, float a) : x(ax), y(ay), z(az), angle(a) { set = true; }
-  std::string_view typeName() const override { return "SFRotation"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::SFRotation); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<SFRotation>(*this); }
   void clear() override { x = 1.0f, y = 0.0f, z = 0.0f, angle = 0.0f, set = false; }
   float x = 1.0f;
@@ -114,7 +116,7 @@ class SFNode final : public FieldValue {
   SFNode();
   explicit SFNode(std::unique_ptr<Node> n);
   ~SFNode() override;
-  std::string_view typeName() const override { return "SFNode"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::SFNode); }
   std::unique_ptr<FieldValue> clone() const override;
   void clear() override;
   std::unique_ptr<Node> node;
@@ -122,7 +124,7 @@ class SFNode final : public FieldValue {
 
 class MFInt32 final : public FieldValue {
  public:
-  std::string_view typeName() const override { return "MFInt32"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::MFInt32); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<MFInt32>(*this); }
   void clear() override { std::vector<std::int32_t>().swap(values), set = false; }
   std::vector<std::int32_t> values;
@@ -130,7 +132,7 @@ class MFInt32 final : public FieldValue {
 
 class MFVec3f final : public FieldValue {
  public:
-  std::string_view typeName() const override { return "MFVec3f"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::MFVec3f); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<MFVec3f>(*this); }
   void clear() override { std::vector<Vec3f>().swap(values), set = false; }
   std::vector<Vec3f> values;
@@ -138,7 +140,7 @@ class MFVec3f final : public FieldValue {
 
 class MFColor final : public FieldValue {
  public:
-  std::string_view typeName() const override { return "MFColor"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::MFColor); }
   std::unique_ptr<FieldValue> clone() const override { return std::make_unique<MFColor>(*this); }
   void clear() override { std::vector<Color3f>().swap(values), set = false; }
   std::vector<Color3f> values;
@@ -150,7 +152,7 @@ class MFNode final : public FieldValue {
  public:
   MFNode();
   ~MFNode() override;
-  std::string_view typeName() const override { return "MFNode"; }
+  std::string_view typeName() const override { return fieldTypeName(FieldType::MFNode); }
   std::unique_ptr<FieldValue> clone() const override;
   void clear() override;
   std::size_t size() const { return nodes.size(); }

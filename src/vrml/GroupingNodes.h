@@ -8,10 +8,8 @@
 namespace VRML {
 
 /// A list of children. The root of a parsed scene is a Group.
-class Group final : public NodeOf<Group, 1> {
+class Group final : public NodeOf<Group, grammar::kGroup> {
  public:
-  static constexpr std::string_view kTypeName = "Group";
-  static constexpr std::array<std::string_view, 1> kFieldNames = {"children"};
   enum : std::size_t { kChildren };
 
   void accept(IVRMLVisitor& visitor) const override;
@@ -30,27 +28,20 @@ class Group final : public NodeOf<Group, 1> {
 };
 
 /// Shows one of its choices, or none when whichChoice is out of range (-1 by default).
-class Switch final : public NodeOf<Switch, 2> {
+class Switch final : public NodeOf<Switch, grammar::kSwitch> {
  public:
-  static constexpr std::string_view kTypeName = "Switch";
-  static constexpr std::array<std::string_view, 2> kFieldNames = {"choice", "whichChoice"};
   enum : std::size_t { kChoice, kWhichChoice };
 
-  Switch();
   void accept(IVRMLVisitor& visitor) const override;
   const MFNode* choice() const { return valueAt<MFNode>(kChoice); }
   const SFInt32* whichChoice() const { return valueAt<SFInt32>(kWhichChoice); }
 };
 
 /// A coordinate system for its children. An empty translation means no translation.
-class Transform final : public NodeOf<Transform, 6> {
+class Transform final : public NodeOf<Transform, grammar::kTransform> {
  public:
-  static constexpr std::string_view kTypeName = "Transform";
-  static constexpr std::array<std::string_view, 6> kFieldNames = {"center", "children",         "rotation",
-                                                                  "scale",  "scaleOrientation", "translation"};
   enum : std::size_t { kCenter, kChildren, kRotation, kScale, kScaleOrientation, kTranslation };
 
-  Transform();
   void accept(IVRMLVisitor& visitor) const override;
   const SFVec3f* center() const { return valueAt<SFVec3f>(kCenter); }
   const MFNode* children() const { return valueAt<MFNode>(kChildren); }
@@ -61,10 +52,8 @@ class Transform final : public NodeOf<Transform, 6> {
 };
 
 /// A geometry with its appearance.
-class Shape final : public NodeOf<Shape, 2> {
+class Shape final : public NodeOf<Shape, grammar::kShape> {
  public:
-  static constexpr std::string_view kTypeName = "Shape";
-  static constexpr std::array<std::string_view, 2> kFieldNames = {"appearance", "geometry"};
   enum : std::size_t { kAppearance, kGeometry };
 
   void accept(IVRMLVisitor& visitor) const override;

@@ -11,7 +11,8 @@ enum : std::uint8_t { kSeparator = 1, kTokenEnd = 2 };
 
 inline constexpr std::array<std::uint8_t, 256> kClasses = [] {
   std::array<std::uint8_t, 256> classes{};
-  for (unsigned char c : std::string_view(" \t\n\v\f\r,;[]{}")) classes[c] = kSeparator | kTokenEnd;
+  for (const char c : std::string_view(" \t\n\v\f\r,;[]{}"))
+    classes[static_cast<unsigned char>(c)] = kSeparator | kTokenEnd;
   classes[static_cast<unsigned char>('#')] = kTokenEnd;
   classes[0] = kTokenEnd;
   return classes;

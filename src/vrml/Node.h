@@ -3,11 +3,14 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "vrml/FieldValue.h"
+#include "vrml/Grammar.h"
 
 namespace VRML {
 
@@ -65,7 +68,9 @@ class Node {
   void setName(std::string_view newName);
 
  protected:
-  Node() { nameBuffer[0] = '\0'; }
+  // Only the characters up to the NUL are ever read, and nodes are made by the thousand, so the
+  // rest of the buffer is left as it is.
+  Node() { nameBuffer[0] = '\0'; }  // NOLINT(cppcoreguidelines-pro-type-member-init)
 
   template <class T>
   const T* valueAt(std::size_t index) const {
@@ -76,19 +81,39 @@ class Node {
   std::array<char, kNameSize> nameBuffer;
 };
 
-/// Holds the field records of one node type; Derived provides kFieldNames and kTypeName.
-template <class Derived, std::size_t N>
+/// A default value of the given field type, made from the numbers that the grammar keeps.
+template <FieldType Type>
+std::unique_ptr<FieldValue> makeDefault(const std::array<float, 4>& n) {
+  if constexpr (Type == FieldType::SFBool) {
+    return std::make_unique<SFBool>(n[0] != 0.0f);
+  } else if constexpr (Type == FieldType::SFInt32) {
+    return std::make_unique<SFInt32>(static_cast<std::int32_t>(n[0]));
+  } else if constexpr (Type == FieldType::SFFloat) {
+    return std::make_unique<SFFloat>(n[0]);
+  } else if constexpr (Type == FieldType::SFVec3f) {
+    return std::make_unique<SFVec3f>(n[0], n[1], n[2]);
+  } else if constexpr (Type == FieldType::SFColor) {
+    return std::make_unique<SFColor>(n[0], n[1], n[2]);
+  } else {
+    static_assert(Type == FieldType::SFRotation, "no default for this field type");
+    return std::make_unique<SFRotation>(n[0], n[1], n[2], n[3]);
+  }
+}
+
+/// Holds the field records of one node type, named and filled with defaults as `Rule` says.
+template <class Derived, const NodeRule& Rule>
 class NodeOf : public Node {
  public:
-  static constexpr std::size_t kFieldCount = N;
+  static constexpr const NodeRule& kRule = Rule;
+  static constexpr std::size_t kFieldCount = Rule.keptCount;
 
   std::span<Field> fields() override { return records; }
   std::span<const Field> fields() const override { return records; }
-  std::string_view typeName() const override { return Derived::kTypeName; }
+  std::string_view typeName() const override { return Rule.typeName; }
 
   std::unique_ptr<Node> clone() const override {
     auto copy = std::make_unique<Derived>();
-    for (std::size_t i = 0; i < N; ++i) {
+    for (std::size_t i = 0; i < kFieldCount; ++i) {
       Field& target = static_cast<NodeOf&>(*copy).records[i];
       target.value = records[i].value ? records[i].value->clone() : nullptr;
       target.name = records[i].name;
@@ -97,13 +122,24 @@ class NodeOf : public Node {
   }
 
  protected:
-  NodeOf() {
-    for (std::size_t i = 0; i < N; ++i) records[i].name = Derived::kFieldNames[i];
-  }
+  NodeOf() { initialise(std::make_index_sequence<kFieldCount>()); }
 
  private:
   friend Derived;
-  std::array<Field, N> records;
+
+  // Unrolled at compile time: nodes are made by the thousand, and each default is a constant.
+  template <std::size_t... I>
+  void initialise(std::index_sequence<I...>) {
+    (initialise<I>(), ...);
+  }
+  template <std::size_t I>
+  void initialise() {
+    constexpr const FieldRule& field = Rule.fields[I];
+    records[I].name = field.name;
+    if constexpr (field.initial.given) records[I].value = makeDefault<field.type>(field.initial.numbers);
+  }
+
+  std::array<Field, kFieldCount> records;
 };
 
 }  // namespace VRML

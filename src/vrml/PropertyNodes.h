@@ -6,10 +6,8 @@
 namespace VRML {
 
 /// The look of a Shape; only its material is modelled.
-class Appearance final : public NodeOf<Appearance, 1> {
+class Appearance final : public NodeOf<Appearance, grammar::kAppearance> {
  public:
-  static constexpr std::string_view kTypeName = "Appearance";
-  static constexpr std::array<std::string_view, 1> kFieldNames = {"material"};
   enum : std::size_t { kMaterial };
 
   void accept(IVRMLVisitor& visitor) const override;
@@ -18,11 +16,8 @@ class Appearance final : public NodeOf<Appearance, 1> {
 
 /// Surface colours; every field stays empty until the text gives it, and the consumer
 /// applies its own defaults.
-class Material final : public NodeOf<Material, 6> {
+class Material final : public NodeOf<Material, grammar::kMaterial> {
  public:
-  static constexpr std::string_view kTypeName = "Material";
-  static constexpr std::array<std::string_view, 6> kFieldNames = {"ambientIntensity", "diffuseColor",  "emissiveColor",
-                                                                  "shininess",        "specularColor", "transparency"};
   enum : std::size_t { kAmbientIntensity, kDiffuseColor, kEmissiveColor, kShininess, kSpecularColor, kTransparency };
 
   void accept(IVRMLVisitor& visitor) const override;
@@ -35,10 +30,8 @@ class Material final : public NodeOf<Material, 6> {
 };
 
 /// Colours for the faces or vertices of an indexed set.
-class Color final : public NodeOf<Color, 1> {
+class Color final : public NodeOf<Color, grammar::kColor> {
  public:
-  static constexpr std::string_view kTypeName = "Color";
-  static constexpr std::array<std::string_view, 1> kFieldNames = {"color"};
   enum : std::size_t { kColor };
 
   void accept(IVRMLVisitor& visitor) const override;
@@ -46,10 +39,8 @@ class Color final : public NodeOf<Color, 1> {
 };
 
 /// The vertices of an indexed set.
-class Coordinate final : public NodeOf<Coordinate, 1> {
+class Coordinate final : public NodeOf<Coordinate, grammar::kCoordinate> {
  public:
-  static constexpr std::string_view kTypeName = "Coordinate";
-  static constexpr std::array<std::string_view, 1> kFieldNames = {"point"};
   enum : std::size_t { kPoint };
 
   void accept(IVRMLVisitor& visitor) const override;
@@ -57,10 +48,8 @@ class Coordinate final : public NodeOf<Coordinate, 1> {
 };
 
 /// Normals for the faces or vertices of an indexed face set.
-class Normal final : public NodeOf<Normal, 1> {
+class Normal final : public NodeOf<Normal, grammar::kNormal> {
  public:
-  static constexpr std::string_view kTypeName = "Normal";
-  static constexpr std::array<std::string_view, 1> kFieldNames = {"vector"};
   enum : std::size_t { kVector };
 
   void accept(IVRMLVisitor& visitor) const override;

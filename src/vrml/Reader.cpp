@@ -7,9 +7,9 @@
 #include <cstring>
 
 #include "core/Trace.h"
+#include "vrml/Grammar.h"
 #include "vrml/Lexer.h"
 #include "vrml/NumberToken.h"
-#include "vrml/Vocabulary.h"
 
 namespace VRML {
 
@@ -27,213 +27,17 @@ constexpr std::size_t kBoolBuffer = 8;
 // Copies made by USE may add this much to the model, plus four times the text's size.
 constexpr std::size_t kCopyAllowance = std::size_t{64} << 20;
 
-enum class Kind : std::uint8_t {
-  SFBool,
-  SFInt32,
-  SFFloat,
-  SFVec3f,
-  SFColor,
-  SFRotation,
-  SFNode,
-  MFInt32,
-  MFVec3f,
-  MFColor,
-  MFNode
-};
-
-std::string_view kindName(Kind kind) {
-  switch (kind) {
-    case Kind::SFBool:
-      return "SFBool";
-    case Kind::SFInt32:
-      return "SFInt32";
-    case Kind::SFFloat:
-      return "SFFloat";
-    case Kind::SFVec3f:
-      return "SFVec3f";
-    case Kind::SFColor:
-      return "SFColor";
-    case Kind::SFRotation:
-      return "SFRotation";
-    case Kind::SFNode:
-      return "SFNode";
-    case Kind::MFInt32:
-      return "MFInt32";
-    case Kind::MFVec3f:
-      return "MFVec3f";
-    case Kind::MFColor:
-      return "MFColor";
-    case Kind::MFNode:
-      return "MFNode";
-  }
-  return {};
+bool isAccessWord(std::string_view token, AccessWords allowed) {
+  return (allowed.field && token == keyword(Keyword::kField)) ||
+         (allowed.exposedField && token == keyword(Keyword::kExposedField)) ||
+         (allowed.eventIn && token == keyword(Keyword::kEventIn));
 }
 
-enum Access : std::uint8_t { kField = 1, kExposedField = 2, kEventIn = 4 };
-
-constexpr int kDiscard = -1;
-
-}  // namespace
-
-struct FieldRule {
-  std::string_view name;
-  Kind kind;
-  int slot;  // index of the kept field record, or kDiscard
-  bool hasFallback = false;
-  float fallback = 0.0f;
-};
-
-struct NodeRule {
-  std::span<const FieldRule> fields;
-  std::uint8_t access;
-  std::uint8_t limit;
-  bool single;  // exactly one field, and an empty body fails
-};
-
-namespace {
-
-constexpr FieldRule kAppearanceFields[] = {{"material", Kind::SFNode, Appearance::kMaterial},
-                                           {"texture", Kind::SFNode, kDiscard},
-                                           {"textureTransform", Kind::SFNode, kDiscard}};
-constexpr FieldRule kBoxFields[] = {{"size", Kind::SFVec3f, Box::kSize}};
-constexpr FieldRule kColorFields[] = {{"color", Kind::MFColor, Color::kColor}};
-constexpr FieldRule kConeFields[] = {{"bottomRadius", Kind::SFFloat, Cone::kBottomRadius, true, 1.0f},
-                                     {"height", Kind::SFFloat, Cone::kHeight, true, 2.0f},
-                                     {"side", Kind::SFBool, Cone::kSide, true, 1.0f},
-                                     {"bottom", Kind::SFBool, Cone::kBottom, true, 1.0f}};
-constexpr FieldRule kCoordinateFields[] = {{"point", Kind::MFVec3f, Coordinate::kPoint}};
-constexpr FieldRule kCylinderFields[] = {{"bottom", Kind::SFBool, Cylinder::kBottom, true, 1.0f},
-                                         {"height", Kind::SFFloat, Cylinder::kHeight, true, 2.0f},
-                                         {"radius", Kind::SFFloat, Cylinder::kRadius, true, 1.0f},
-                                         {"side", Kind::SFBool, Cylinder::kSide, true, 1.0f},
-                                         {"top", Kind::SFBool, Cylinder::kTop, true, 1.0f}};
-constexpr FieldRule kGroupFields[] = {{"children", Kind::MFNode, Group::kChildren},
-                                      {"bboxCenter", Kind::SFVec3f, kDiscard},
-                                      {"bboxSize", Kind::SFVec3f, kDiscard},
-                                      {"addChildren", Kind::MFNode, kDiscard},
-                                      {"removeChildren", Kind::MFNode, kDiscard}};
-constexpr FieldRule kFaceSetFields[] = {{"color", Kind::SFNode, IndexedFaceSet::kColor},
-                                        {"coord", Kind::SFNode, IndexedFaceSet::kCoord},
-                                        {"normal", Kind::SFNode, IndexedFaceSet::kNormal},
-                                        {"colorIndex", Kind::MFInt32, IndexedFaceSet::kColorIndex},
-                                        {"colorPerVertex", Kind::SFBool, IndexedFaceSet::kColorPerVertex},
-                                        {"coordIndex", Kind::MFInt32, IndexedFaceSet::kCoordIndex},
-                                        {"normalIndex", Kind::MFInt32, IndexedFaceSet::kNormalIndex},
-                                        {"normalPerVertex", Kind::SFBool, IndexedFaceSet::kNormalPerVertex},
-                                        {"texCoord", Kind::SFNode, kDiscard},
-                                        {"texCoordIndex", Kind::MFInt32, kDiscard},
-                                        {"ccw", Kind::SFBool, kDiscard},
-                                        {"convex", Kind::SFBool, kDiscard},
-                                        {"solid", Kind::SFBool, kDiscard},
-                                        {"creaseAngle", Kind::SFFloat, kDiscard},
-                                        {"set_colorIndex", Kind::MFInt32, kDiscard},
-                                        {"set_coordIndex", Kind::MFInt32, kDiscard},
-                                        {"set_normalIndex", Kind::MFInt32, kDiscard},
-                                        {"set_texCoordIndex", Kind::MFInt32, kDiscard}};
-constexpr FieldRule kLineSetFields[] = {{"color", Kind::SFNode, IndexedLineSet::kColor},
-                                        {"coord", Kind::SFNode, IndexedLineSet::kCoord},
-                                        {"colorIndex", Kind::MFInt32, IndexedLineSet::kColorIndex},
-                                        {"colorPerVertex", Kind::SFBool, IndexedLineSet::kColorPerVertex},
-                                        {"coordIndex", Kind::MFInt32, IndexedLineSet::kCoordIndex},
-                                        {"set_colorIndex", Kind::MFInt32, kDiscard},
-                                        {"set_coordIndex", Kind::MFInt32, kDiscard}};
-constexpr FieldRule kMaterialFields[] = {{"ambientIntensity", Kind::SFFloat, Material::kAmbientIntensity},
-                                         {"diffuseColor", Kind::SFColor, Material::kDiffuseColor},
-                                         {"emissiveColor", Kind::SFColor, Material::kEmissiveColor},
-                                         {"shininess", Kind::SFFloat, Material::kShininess},
-                                         {"specularColor", Kind::SFColor, Material::kSpecularColor},
-                                         {"transparency", Kind::SFFloat, Material::kTransparency}};
-constexpr FieldRule kNormalFields[] = {{"vector", Kind::MFVec3f, Normal::kVector}};
-constexpr FieldRule kShapeFields[] = {{"appearance", Kind::SFNode, Shape::kAppearance},
-                                      {"geometry", Kind::SFNode, Shape::kGeometry}};
-constexpr FieldRule kSphereFields[] = {{"radius", Kind::SFFloat, Sphere::kRadius}};
-constexpr FieldRule kSwitchFields[] = {{"choice", Kind::MFNode, Switch::kChoice},
-                                       {"whichChoice", Kind::SFInt32, Switch::kWhichChoice}};
-constexpr FieldRule kTransformFields[] = {{"center", Kind::SFVec3f, Transform::kCenter},
-                                          {"children", Kind::MFNode, Transform::kChildren},
-                                          {"rotation", Kind::SFRotation, Transform::kRotation},
-                                          {"scale", Kind::SFVec3f, Transform::kScale},
-                                          {"scaleOrientation", Kind::SFRotation, Transform::kScaleOrientation},
-                                          {"translation", Kind::SFVec3f, Transform::kTranslation},
-                                          {"bboxCenter", Kind::SFVec3f, kDiscard},
-                                          {"bboxSize", Kind::SFVec3f, kDiscard}};
-
-constexpr std::uint8_t kAllAccess = kField | kExposedField | kEventIn;
-
-template <class T>
-struct Rules;
-// Field limits: as many as the accepted names, except Material, which stops after five fields,
-// and Transform, whose limit of ten is never reached.
-template <>
-struct Rules<Appearance> {
-  static constexpr NodeRule rule{kAppearanceFields, kExposedField, 3, false};
-};
-template <>
-struct Rules<Box> {
-  static constexpr NodeRule rule{kBoxFields, kField, 1, true};
-};
-template <>
-struct Rules<Color> {
-  static constexpr NodeRule rule{kColorFields, kExposedField, 1, true};
-};
-template <>
-struct Rules<Cone> {
-  static constexpr NodeRule rule{kConeFields, kField, 4, false};
-};
-template <>
-struct Rules<Coordinate> {
-  static constexpr NodeRule rule{kCoordinateFields, kExposedField, 1, true};
-};
-template <>
-struct Rules<Cylinder> {
-  static constexpr NodeRule rule{kCylinderFields, kField, 5, false};
-};
-template <>
-struct Rules<Group> {
-  static constexpr NodeRule rule{kGroupFields, kAllAccess, 5, false};
-};
-template <>
-struct Rules<IndexedFaceSet> {
-  static constexpr NodeRule rule{kFaceSetFields, kAllAccess, 18, false};
-};
-template <>
-struct Rules<IndexedLineSet> {
-  static constexpr NodeRule rule{kLineSetFields, kAllAccess, 7, false};
-};
-template <>
-struct Rules<Material> {
-  static constexpr NodeRule rule{kMaterialFields, kExposedField, 5, false};
-};
-template <>
-struct Rules<Normal> {
-  static constexpr NodeRule rule{kNormalFields, kExposedField, 1, true};
-};
-template <>
-struct Rules<Shape> {
-  static constexpr NodeRule rule{kShapeFields, kExposedField, 2, false};
-};
-template <>
-struct Rules<Sphere> {
-  static constexpr NodeRule rule{kSphereFields, kField, 1, true};
-};
-template <>
-struct Rules<Switch> {
-  static constexpr NodeRule rule{kSwitchFields, kExposedField, 2, false};
-};
-template <>
-struct Rules<Transform> {
-  static constexpr NodeRule rule{kTransformFields, kAllAccess, 10, false};
-};
-
-bool isAccessWord(std::string_view token, std::uint8_t allowed) {
-  return ((allowed & kField) && token == kKeywords[8]) || ((allowed & kExposedField) && token == kKeywords[9]) ||
-         ((allowed & kEventIn) && token == kKeywords[10]);
-}
-
+// A field-type word is accepted when it names the type of one of the node type's fields.
 bool isTypeWord(std::string_view token, const NodeRule& rule) {
   if (token.size() < 6 || (token[0] != 'S' && token[0] != 'M') || token[1] != 'F') return false;
   return std::any_of(rule.fields.begin(), rule.fields.end(),
-                     [token](const FieldRule& field) { return kindName(field.kind) == token; });
+                     [token](const FieldRule& field) { return fieldTypeName(field.type) == token; });
 }
 
 struct DispatchRow {
@@ -241,28 +45,19 @@ struct DispatchRow {
   Reader::NodeReader reader;
 };
 
-constexpr std::array<DispatchRow, 54> kDispatch = [] {
-  std::array<DispatchRow, 54> rows{{
-      {"Appearance", &Reader::readNode<Appearance>},
-      {"Box", &Reader::readNode<Box>},
-      {"Color", &Reader::readNode<Color>},
-      {"Cone", &Reader::readNode<Cone>},
-      {"Coordinate", &Reader::readNode<Coordinate>},
-      {"Cylinder", &Reader::readNode<Cylinder>},
-      {"Group", &Reader::readNode<Group>},
-      {"IndexedFaceSet", &Reader::readNode<IndexedFaceSet>},
-      {"IndexedLineSet", &Reader::readNode<IndexedLineSet>},
-      {"Material", &Reader::readNode<Material>},
-      {"Normal", &Reader::readNode<Normal>},
-      {"Shape", &Reader::readNode<Shape>},
-      {"Sphere", &Reader::readNode<Sphere>},
-      {"Switch", &Reader::readNode<Switch>},
-      {"Transform", &Reader::readNode<Transform>},
-  }};
-  for (std::size_t i = 0; i < kUnmodelledNodeTypes.size(); ++i)
-    rows[15 + i] = {kUnmodelledNodeTypes[i], &Reader::skipNode};
+// The modelled types, each with its own reader, then the recognised ones, which are skipped.
+template <class... Modelled>
+constexpr auto dispatchRows() {
+  std::array<DispatchRow, sizeof...(Modelled) + grammar::kUnmodelledNodeTypes.size()> rows{
+      {{Modelled::kRule.typeName, &Reader::readNode<Modelled>}...}};
+  std::size_t row = sizeof...(Modelled);
+  for (const std::string_view name : grammar::kUnmodelledNodeTypes) rows[row++] = {name, &Reader::skipNode};
   return rows;
-}();
+}
+
+constexpr auto kDispatch = dispatchRows<Appearance, Box, Color, Cone, Coordinate, Cylinder, Group, IndexedFaceSet,
+                                        IndexedLineSet, Material, Normal, Shape, Sphere, Switch, Transform>();
+static_assert(kDispatch.size() == 54);
 
 // Bytes of one node in the model, roughly: the object and its default values.
 template <class T>
@@ -387,14 +182,14 @@ void Reader::readScene(MFNode& children) {
   children.set = true;
   if (text[0] != '#') return;
   pos = text + 1;
-  for (const std::string_view word : {kKeywords[2], kKeywords[3], kKeywords[4]}) {
-    if (kept(readToken(), kOuterBuffer) != word) return;
+  for (const Keyword word : {Keyword::kVrml, Keyword::kVersion, Keyword::kEncoding}) {
+    if (kept(readToken(), kOuterBuffer) != keyword(word)) return;
   }
   while (pos) {
     std::string_view typeName = kept(readToken(), kOuterBuffer);
     if (typeName.empty()) break;
     std::string_view defName;
-    if (typeName == kKeywords[0]) {
+    if (typeName == keyword(Keyword::kDef)) {
       defName = kept(readToken(), kOuterBuffer);
       typeName = kept(readToken(), kOuterBuffer);
     }
@@ -427,7 +222,7 @@ std::unique_ptr<Node> Reader::readNode(std::string_view defName) {
   modelBytes += nodeBytes<T>();
   ++depth;
   deepest = std::max(deepest, depth);
-  auto result = readBody(std::move(node), Rules<T>::rule);
+  auto result = readBody(std::move(node), T::kRule);
   --depth;
   return result;
 }
@@ -442,14 +237,14 @@ std::unique_ptr<Node> Reader::readBody(std::unique_ptr<Node> node, const NodeRul
   const char* bodyEnd = *close ? close + 1 : close;
   pos = open + 1;
   skipSeparators();
-  if (rule.single && (!pos || pos >= bodyEnd)) {
+  if (rule.singleField && (!pos || pos >= bodyEnd)) {
     fail();
     return nullptr;
   }
   std::uint32_t seen = 0;
-  for (int count = 0;;) {
+  for (std::size_t count = 0;;) {
     if (!pos) return node;
-    if (pos >= bodyEnd || count >= rule.limit) {
+    if (pos >= bodyEnd || count >= rule.fieldLimit) {
       pos = afterBody(bodyEnd);
       return node;
     }
@@ -476,8 +271,10 @@ bool Reader::readField(Node& node, const NodeRule& rule, std::uint32_t& seen) {
   const std::size_t definitionsBefore = definitions.size();
   std::unique_ptr<FieldValue> value = readValue(field);
   if (failed) return false;
-  if (field.slot != kDiscard) {
-    node.fields()[static_cast<std::size_t>(field.slot)].value = std::move(value);
+  if (field.use != FieldUse::kDiscarded) {
+    // Kept fields come first, so the field's index is its record's. No value means that a bad
+    // one left the default in place.
+    if (value) node.fields()[index].value = std::move(value);
   } else if (definitions.size() != definitionsBefore) {
     discarded.push_back(std::move(value));
   }
@@ -490,44 +287,46 @@ std::unique_ptr<FieldValue> Reader::readValue(const FieldRule& field) {
     fail();
     return nullptr;
   }
-  switch (field.kind) {
-    case Kind::SFBool:
+  switch (field.type) {
+    case FieldType::SFBool:
       return readBool(field);
-    case Kind::SFInt32: {
+    case FieldType::SFInt32: {
       std::int32_t v;
       if (readInt(v)) return std::make_unique<SFInt32>(v);
       break;
     }
-    case Kind::SFFloat:
+    case FieldType::SFFloat:
       return readSingleFloat(field);
-    case Kind::SFVec3f: {
+    case FieldType::SFVec3f: {
       float x, y, z;
       if (readFloat(x) && readFloat(y) && readFloat(z)) return std::make_unique<SFVec3f>(x, y, z);
       break;
     }
-    case Kind::SFColor: {
+    case FieldType::SFColor: {
       float r, g, b;
       if (readFloat(r) && readFloat(g) && readFloat(b)) return std::make_unique<SFColor>(r, g, b);
       break;
     }
-    case Kind::SFRotation: {
+    case FieldType::SFRotation: {
       float x, y, z, a;
       if (readFloat(x) && readFloat(y) && readFloat(z) && readFloat(a)) return std::make_unique<SFRotation>(x, y, z, a);
       break;
     }
-    case Kind::SFNode: {
+    case FieldType::SFNode: {
       auto node = readNodeItem();
       if (!failed) return std::make_unique<SFNode>(std::move(node));
       break;
     }
-    case Kind::MFInt32:
+    case FieldType::MFInt32:
       return readIntList();
-    case Kind::MFVec3f:
+    case FieldType::MFVec3f:
       return readTripleList<MFVec3f>();
-    case Kind::MFColor:
+    case FieldType::MFColor:
       return readTripleList<MFColor>();
-    case Kind::MFNode:
+    case FieldType::MFNode:
       return readNodeList();
+    default:
+      break;
   }
   fail();
   return nullptr;
@@ -536,24 +335,22 @@ std::unique_ptr<FieldValue> Reader::readValue(const FieldRule& field) {
 std::unique_ptr<FieldValue> Reader::readBool(const FieldRule& field) {
   const char* before = pos;
   const std::string_view token = kept(readToken(), kBoolBuffer);
-  if (token == kKeywords[5]) return std::make_unique<SFBool>(true);
-  if (token == kKeywords[6]) return std::make_unique<SFBool>(false);
-  if (!field.hasFallback) {
+  if (token == keyword(Keyword::kTrue)) return std::make_unique<SFBool>(true);
+  if (token == keyword(Keyword::kFalse)) return std::make_unique<SFBool>(false);
+  if (field.use != FieldUse::kForgiving) {
     fail();
     return nullptr;
   }
+  // The word goes back to be read as what follows.
   pos = before;
-  return std::make_unique<SFBool>(field.fallback != 0.0f);
+  return nullptr;
 }
 
 std::unique_ptr<FieldValue> Reader::readSingleFloat(const FieldRule& field) {
   float value;
   if (readFloat(value)) return std::make_unique<SFFloat>(value);
-  if (!field.hasFallback) {
-    fail();
-    return nullptr;
-  }
-  return std::make_unique<SFFloat>(field.fallback);
+  if (field.use != FieldUse::kForgiving) fail();
+  return nullptr;
 }
 
 std::unique_ptr<Node> Reader::readNodeItem() {
@@ -562,9 +359,9 @@ std::unique_ptr<Node> Reader::readNodeItem() {
     fail();
     return nullptr;
   }
-  if (token == kKeywords[7]) return nullptr;
-  if (token == kKeywords[1]) return useDefinition(kept(readToken(), kInnerBuffer));
-  if (token != kKeywords[0]) {
+  if (token == keyword(Keyword::kNull)) return nullptr;
+  if (token == keyword(Keyword::kUse)) return useDefinition(kept(readToken(), kInnerBuffer));
+  if (token != keyword(Keyword::kDef)) {
     const NodeReader reader = lookup(token);
     return (this->*reader)({});
   }

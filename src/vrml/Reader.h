@@ -13,9 +13,6 @@
 
 namespace VRML {
 
-struct NodeRule;
-struct FieldRule;
-
 /// Reads one scene text. The position is a pointer into the text that every reader advances;
 /// null means the text is exhausted or a read failed, and makes every later reader return at once.
 class Reader {

@@ -21,6 +21,7 @@ class CQuillonCtrl;
 class QuillonComponent;
 class cViewerHolderWnd;
 class cLiveFeed;
+class ISceneGraphImplementor;
 struct ComponentParts;
 class RouteHover;
 
@@ -131,7 +132,7 @@ class QUILLON_WIDGET_API QuillonWidget final : public QWidget {
 
   QSize minimumSizeHint() const override;
 
- signals:
+ Q_SIGNALS:
   /// The pointer came to rest over a part that a route drives, or a part below one.
   void routedNodeHovered(const quillon::RoutePick& pick);
   /// A click (pressed and released in place) on such a part; navigation sees the same click.
@@ -146,6 +147,7 @@ class QUILLON_WIDGET_API QuillonWidget final : public QWidget {
   cLiveFeed& feed();
 
   std::unique_ptr<CQuillonCtrl> ctrl;
+  ISceneGraphImplementor* sceneGraph;  // process-wide, not owned
   cViewerHolderWnd* holder;
   bool attached = false;
   std::string neededGroups;         // of the document on show, for a feed made later

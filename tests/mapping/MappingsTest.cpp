@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -82,8 +83,8 @@ FltMatrix Rows(std::initializer_list<std::array<double, 3>> rows) {
 }
 
 TEST(SceneMapping, ThresholdsStartAtNominalZeroAndMeaningfulHundred) {
-  Colour colour;
-  ZrSceneMapping1DSFColor mapping(&colour, 1.0f, Rows({{1, 1, 1}}), Rows({{0, 0, 0}}));
+  auto colour = MakeRef<Colour>();
+  ZrSceneMapping1DSFColor mapping(colour, 1.0f, Rows({{1, 1, 1}}), Rows({{0, 0, 0}}));
   EXPECT_EQ(mapping.GetNominalThreshold(), 0.0f);
   EXPECT_EQ(mapping.GetMeaningfulThreshold(), 100.0f);
   ZrValueDecodingCallbackInterface& receiver = mapping;  // as the decoder sees it
@@ -115,26 +116,26 @@ TEST(SceneMapping1D, ColourPicksTheEntryOfTheScaledValue) {
       {kInf, 0, 0, {0.2f, 0.2f, 0.2f}},
   };
   for (const auto& c : cases) {
-    Colour colour;
-    ZrSceneMapping1DSFColor mapping(&colour, c.scale, map, Rows({{0.2, 0.2, 0.2}}));
+    auto colour = MakeRef<Colour>();
+    ZrSceneMapping1DSFColor mapping(colour, c.scale, map, Rows({{0.2, 0.2, 0.2}}));
     ZrValue1D value = Value1D(c.value, c.quality);
     mapping.ValueDecoded(&value);
-    EXPECT_EQ(colour.last, c.expected) << c.value << " q " << c.quality;
+    EXPECT_EQ(colour->last, c.expected) << c.value << " q " << c.quality;
   }
 }
 
 TEST(SceneMapping1D, OneEntryMapAndMissingMaps) {
-  Colour colour;
-  ZrSceneMapping1DSFColor single(&colour, 1.0f, Rows({{0.3, 0.6, 0.9}}), FltMatrix());
+  auto colour = MakeRef<Colour>();
+  ZrSceneMapping1DSFColor single(colour, 1.0f, Rows({{0.3, 0.6, 0.9}}), FltMatrix());
   for (double v : {-1.0, 0.0, 0.5, 1.0, 1e300}) {
     ZrValue1D value = Value1D(v, 0);
     single.ValueDecoded(&value);
-    EXPECT_EQ(colour.last, (std::vector<float>{0.3f, 0.6f, 0.9f}));
+    EXPECT_EQ(colour->last, (std::vector<float>{0.3f, 0.6f, 0.9f}));
   }
   ZrValue1D bad = Value1D(0.5, kInf);
-  colour.calls = 0;
+  colour->calls = 0;
   single.ValueDecoded(&bad);  // no invalid colour: nothing is written
-  EXPECT_EQ(colour.calls, 0);
+  EXPECT_EQ(colour->calls, 0);
 }
 
 TEST(SceneMapping1D, IntegerRoundsHalvesAwayFromZero) {
@@ -145,35 +146,35 @@ TEST(SceneMapping1D, IntegerRoundsHalvesAwayFromZero) {
   } cases[] = {{2.5, 1, 3},    {-2.5, 1, -3},        {-0.5, 1, -1},        {0.49, 1, 0},
                {1.0, 2.5f, 3}, {3e10, 1, INT32_MAX}, {-3e10, 1, INT32_MIN}};
   for (const auto& c : cases) {
-    Integer integer;
-    ZrSceneMapping1DSFInt32 mapping(&integer, c.scale);
+    auto integer = MakeRef<Integer>();
+    ZrSceneMapping1DSFInt32 mapping(integer, c.scale);
     ZrValue1D value = Value1D(c.value, 0);
     mapping.ValueDecoded(&value);
-    EXPECT_EQ(integer.last, c.expected) << c.value;
+    EXPECT_EQ(integer->last, c.expected) << c.value;
   }
 }
 
 TEST(SceneMapping1D, NumbersAndIntegersIgnoreValuesThatAreNotMeaningful) {
-  Number number;
-  Integer integer;
-  ZrSceneMapping1DSFFloat f(&number, 2.0f);
-  ZrSceneMapping1DSFInt32 i(&integer, 1.0f);
+  auto number = MakeRef<Number>();
+  auto integer = MakeRef<Integer>();
+  ZrSceneMapping1DSFFloat f(number, 2.0f);
+  ZrSceneMapping1DSFInt32 i(integer, 1.0f);
   ZrValue1D good = Value1D(0.25, 3);
   f.ValueDecoded(&good);
-  EXPECT_EQ(number.last, 0.5f);
+  EXPECT_EQ(number->last, 0.5f);
   // A value straight from the decoder's constructor: NaN with infinite quality.
   ZrValue1D fresh;
   for (ZrValue1D v : {fresh, Value1D(1, 101), Value1D(kNaN, 0), Value1D(1e300, 0)}) {
     f.ValueDecoded(&v);  // 1e300 has no float
     if (v.GetValue() != 1e300) i.ValueDecoded(&v);
   }
-  EXPECT_EQ(number.calls, 1);
-  EXPECT_EQ(integer.calls, 0);
+  EXPECT_EQ(number->calls, 1);
+  EXPECT_EQ(integer->calls, 0);
   // With an infinite threshold even the constructor's quality is meaningful.
   i.SetMeaningfulThreshold(std::numeric_limits<float>::infinity());
   ZrValue1D one = Value1D(1, kInf);
   i.ValueDecoded(&one);
-  EXPECT_EQ(integer.last, 1);
+  EXPECT_EQ(integer->last, 1);
 }
 
 // A 3D freeze mapping with the thresholds nominal 1, meaningful 10.
@@ -186,9 +187,9 @@ struct Freeze3D {
     ZrValue3D v = Value3D(x, 0, 0, quality);
     mapping.ValueDecoded(&v);
   }
-  Translation translation;
-  Material material;
-  ZrSceneMapping3DFreeze mapping{&translation, 2.0f, &material};
+  Ref<Translation> translation = MakeRef<Translation>();
+  Ref<Material> material = MakeRef<Material>();
+  ZrSceneMapping3DFreeze mapping{translation, 2.0f, material};
 };
 
 TEST(SceneMapping3D, FreezeMovesWhileMeaningfulAndFreezesRed) {
@@ -212,9 +213,9 @@ TEST(SceneMapping3D, FreezeMovesWhileMeaningfulAndFreezesRed) {
   for (const auto& s : steps) {
     f.Send(s.x, s.quality);
     EXPECT_EQ(f.mapping.GetState(), s.state) << s.x;
-    EXPECT_EQ(f.material.shown, s.shown) << s.x;
-    EXPECT_EQ(f.material.transparency, s.transparency) << s.x;
-    EXPECT_EQ(f.translation.last, (std::vector<float>{s.position, 0, 0})) << s.x;
+    EXPECT_EQ(f.material->shown, s.shown) << s.x;
+    EXPECT_EQ(f.material->transparency, s.transparency) << s.x;
+    EXPECT_EQ(f.translation->last, (std::vector<float>{s.position, 0, 0})) << s.x;
   }
 }
 
@@ -245,15 +246,15 @@ TEST(SceneMapping3D, ChildOfABadParentFreezesAndOfAnOrangeOneTurnsOrange) {
   parent.mapping.AddObserver(&child.mapping);
   parent.Send(1, 50);
   child.Send(1, 0);
-  EXPECT_EQ(child.material.shown, "red");
-  EXPECT_EQ(child.translation.calls, 0);  // frozen before it ever moved
+  EXPECT_EQ(child.material->shown, "red");
+  EXPECT_EQ(child.translation->calls, 0);  // frozen before it ever moved
   parent.Send(1, 5);
   child.Send(3, 0);
-  EXPECT_EQ(child.material.shown, "orange");
-  EXPECT_EQ(child.translation.last, (std::vector<float>{6, 0, 0}));
+  EXPECT_EQ(child.material->shown, "orange");
+  EXPECT_EQ(child.translation->last, (std::vector<float>{6, 0, 0}));
   parent.Send(1, 0);
   child.Send(1, 0);
-  EXPECT_EQ(child.material.shown, "green");
+  EXPECT_EQ(child.material->shown, "green");
 }
 
 TEST(SceneMapping3D, CountsReachDownAChainThroughEachLink) {
@@ -265,21 +266,21 @@ TEST(SceneMapping3D, CountsReachDownAChainThroughEachLink) {
   EXPECT_EQ(bottom.mapping.GetNotMeaningfulCount(), 1u);
   EXPECT_EQ(bottom.mapping.GetNotNominalCount(), 1u);
   bottom.Send(2, 0);
-  EXPECT_EQ(bottom.material.shown, "red");
+  EXPECT_EQ(bottom.material->shown, "red");
   top.Send(1, 0);
   bottom.Send(3, 0);
   EXPECT_EQ(bottom.mapping.GetNotMeaningfulCount(), 0u);
-  EXPECT_EQ(bottom.material.shown, "orange");
+  EXPECT_EQ(bottom.material->shown, "orange");
   middle.Send(1, 0);
   bottom.Send(4, 0);
-  EXPECT_EQ(bottom.material.shown, "green");
+  EXPECT_EQ(bottom.material->shown, "green");
 }
 
 TEST(SceneMapping3D, HideHidesOncePerBadRunAndTellsOnlyOfStateOne) {
-  Translation translation;
-  Material material;
-  Switch choice;
-  ZrSceneMapping3DHide mapping(&translation, 1.0f, &material, &choice);
+  auto translation = MakeRef<Translation>();
+  auto material = MakeRef<Material>();
+  auto choice = MakeRef<Switch>();
+  ZrSceneMapping3DHide mapping(translation, 1.0f, material, choice);
   mapping.SetMeaningfulThreshold(10.0f);
   Freeze3D child;
   mapping.AddObserver(&child.mapping);
@@ -291,11 +292,11 @@ TEST(SceneMapping3D, HideHidesOncePerBadRunAndTellsOnlyOfStateOne) {
     }
     EXPECT_EQ(child.mapping.GetNotMeaningfulCount(), 0u);
   }
-  EXPECT_EQ(choice.choices, (std::vector<std::int32_t>{-1, 0, -1, 0}));
+  EXPECT_EQ(choice->choices, (std::vector<std::int32_t>{-1, 0, -1, 0}));
   EXPECT_EQ(child.mapping.GetNotNominalCount(), 0u);
   EXPECT_FALSE(mapping.IsHidden());
-  EXPECT_EQ(translation.last, (std::vector<float>{0, 0, 0}));
-  EXPECT_EQ(translation.calls, 3);  // hidden values leave the position alone
+  EXPECT_EQ(translation->last, (std::vector<float>{0, 0, 0}));
+  EXPECT_EQ(translation->calls, 3);  // hidden values leave the position alone
 }
 
 ZrValue6D Frame(double x, double quality) {
@@ -309,53 +310,74 @@ ZrValue6D Frame(double x, double quality) {
 }
 
 TEST(SceneMapping6D, FreezeAndHideFollowTheirOwnValueOnly) {
-  Translation translation;
-  Rotation rotation;
-  Material material;
-  Switch choice;
-  ZrSceneMapping6DFreeze freeze(&translation, &rotation, 0.5f, &material);
-  ZrSceneMapping6DHide hide(&translation, &rotation, 1.0f, &material, &choice);
+  auto translation = MakeRef<Translation>();
+  auto rotation = MakeRef<Rotation>();
+  auto material = MakeRef<Material>();
+  auto choice = MakeRef<Switch>();
+  ZrSceneMapping6DFreeze freeze(translation, rotation, 0.5f, material);
+  ZrSceneMapping6DHide hide(translation, rotation, 1.0f, material, choice);
   for (ZrSceneMapping6D* m : {static_cast<ZrSceneMapping6D*>(&freeze), static_cast<ZrSceneMapping6D*>(&hide)}) {
     m->SetMeaningfulThreshold(10.0f);
     m->EnterState2();  // a degraded source does not change a 6D display
   }
   ZrValue6D good = Frame(4, 0);
   freeze.ValueDecoded(&good);
-  EXPECT_EQ(material.shown, "green");
-  EXPECT_EQ(translation.last, (std::vector<float>{2, 0, 0}));
-  EXPECT_EQ(rotation.last, (RotationMatrix{0, -1, 0, 1, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(material->shown, "green");
+  EXPECT_EQ(translation->last, (std::vector<float>{2, 0, 0}));
+  EXPECT_EQ(rotation->last, (RotationMatrix{0, -1, 0, 1, 0, 0, 0, 0, 1}));
   ZrValue6D bad = Frame(8, 20);
   freeze.ValueDecoded(&bad);
-  EXPECT_EQ(material.shown, "red");
-  EXPECT_EQ(translation.last, (std::vector<float>{2, 0, 0}));
-  EXPECT_EQ(rotation.calls, 1);
+  EXPECT_EQ(material->shown, "red");
+  EXPECT_EQ(translation->last, (std::vector<float>{2, 0, 0}));
+  EXPECT_EQ(rotation->calls, 1);
 
   ZrValue6D orange = Frame(8, 5);
   hide.ValueDecoded(&orange);
-  EXPECT_EQ(material.shown, "orange");
+  EXPECT_EQ(material->shown, "orange");
   hide.ValueDecoded(&bad);
   hide.ValueDecoded(&bad);
   EXPECT_TRUE(hide.IsHidden());
   ZrValue6D broken = Frame(kNaN, 0);
   hide.ValueDecoded(&broken);
-  EXPECT_EQ(translation.last, (std::vector<float>{8, 0, 0}));
+  EXPECT_EQ(translation->last, (std::vector<float>{8, 0, 0}));
   hide.ValueDecoded(&good);
-  EXPECT_EQ(choice.choices, (std::vector<std::int32_t>{-1, 0}));
+  EXPECT_EQ(choice->choices, (std::vector<std::int32_t>{-1, 0}));
+}
+
+// A mapping keeps its properties alive through its own references, and lets them go with itself.
+TEST(SceneMapping, HoldsItsPropertiesForItsWholeLife) {
+  struct Watched final : ITranslationProperty {
+    explicit Watched(bool& flag) : alive(flag) { alive = true; }
+    ~Watched() override { alive = false; }
+    void SetTranslation(float, float, float) override {}
+    bool& alive;
+  };
+  bool translationAlive = false;
+  auto mapping = [&] {
+    Ref<ITranslationProperty> translation = MakeRef<Watched>(translationAlive);
+    auto m = std::make_unique<ZrSceneMapping3DFreeze>(translation, 1.0f, MakeRef<Material>());
+    EXPECT_EQ(translation->ReferenceCount(), 2);
+    return m;
+  }();
+  EXPECT_TRUE(translationAlive);
+  ZrValue3D v = Value3D(1, 0, 0, 0);
+  mapping->ValueDecoded(&v);  // writes through both properties
+  mapping.reset();
+  EXPECT_FALSE(translationAlive);
 }
 
 TEST(SceneMapping, LinksAreUndoneWhicheverSideGoesFirst) {
-  auto* parent = new Freeze3D;
-  auto* child = new Freeze3D;
+  auto parent = std::make_unique<Freeze3D>();
+  auto child = std::make_unique<Freeze3D>();
   parent->mapping.AddObserver(&child->mapping);
-  delete child;
+  child.reset();
   EXPECT_TRUE(parent->mapping.GetObservers().empty());
   parent->Send(1, 50);  // tells nobody, and reads no freed memory
-  auto* watcher = new Freeze3D;
+  auto watcher = std::make_unique<Freeze3D>();
   parent->mapping.AddObserver(&watcher->mapping);
-  delete parent;
+  parent.reset();
   watcher->Send(1, 0);
-  EXPECT_EQ(watcher->material.shown, "green");
-  delete watcher;
+  EXPECT_EQ(watcher->material->shown, "green");
 }
 
 }  // namespace

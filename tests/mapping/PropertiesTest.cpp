@@ -204,7 +204,7 @@ TEST(CompositeProperties, ForwardInListOrderAndHoldTheirMembers) {
     auto composite = MakeRef<CompositeColorProperty>();
     composite->SetColor(1, 1, 1);  // no members: nothing happens
     auto a = MakeRef<Recorder>(log, "a");
-    composite->Append(a.get());
+    composite->Append(a);
     composite->Append(MakeRef<Recorder>(log, "b"));
     EXPECT_EQ(a->ReferenceCount(), 2);
     a = {};

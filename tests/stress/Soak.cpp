@@ -149,15 +149,24 @@ int Soak::Verdict(const char* unit) {
   for (std::size_t i = base + 1; i < samples.size(); ++i)
     drift = std::max(drift, static_cast<double>(samples[i].rss) - static_cast<double>(samples[base].rss));
   const bool measured = base + 2 < samples.size();
-  const Sample& first = measured ? samples[base + 1] : samples.back();
-  const Sample& last = samples.back();
-  const bool slower =
-      measured && (last.workMedian > 2 * first.workMedian + 20 || last.frameMedian > 2 * first.frameMedian + 2);
+  // Speed is compared between the first and the last third of the samples after the warm-up, each
+  // taken by its median: one sample alone follows whatever else the machine is doing just then.
+  const std::size_t after = samples.size() - base - 1, third = std::max<std::size_t>(1, after / 3);
+  auto medianOf = [&](std::size_t from, double Sample::*field) {
+    std::vector<double> v;
+    for (std::size_t i = from; i < from + third && i < samples.size(); ++i) v.push_back(samples[i].*field);
+    return Median(v);
+  };
+  const double firstWork = measured ? medianOf(base + 1, &Sample::workMedian) : 0;
+  const double lastWork = measured ? medianOf(samples.size() - third, &Sample::workMedian) : 0;
+  const double firstFrame = measured ? medianOf(base + 1, &Sample::frameMedian) : 0;
+  const double lastFrame = measured ? medianOf(samples.size() - third, &Sample::frameMedian) : 0;
+  const bool slower = measured && (lastWork > 2 * firstWork + 20 || lastFrame > 2 * firstFrame + 2);
   const bool pass = measured && drift <= kDriftBar && errors == 0 && !slower;
   std::printf(
-      "soak %s: drift %.2f MB after %.0f s (bar 2 MB); %s %.1f -> %.1f; frame ms %.2f -> %.2f; %ld errors: %s\n",
-      options.mode.c_str(), Mb(drift), samples[base].at, unit, first.workMedian, last.workMedian, first.frameMedian,
-      last.frameMedian, errors,
+      "soak %s: drift %.2f MB after %.0f s (bar 2 MB); %s %.1f -> %.1f; frame ms %.2f -> %.2f (first and last "
+      "third); %ld errors: %s\n",
+      options.mode.c_str(), Mb(drift), samples[base].at, unit, firstWork, lastWork, firstFrame, lastFrame, errors,
       pass       ? "PASS"
       : measured ? "FAIL"
                  : "FAIL (too short to measure)");

@@ -8,9 +8,9 @@
 #include <string>
 
 #include "control/QuillonComponent.h"
-#include "widget/QuillonWidget.h"
 #include "ui/qt/cRenderAreaPanel.h"
 #include "ui/qt/cViewerHolderWnd.h"
+#include "widget/QuillonWidget.h"
 
 namespace quillon::test {
 namespace {

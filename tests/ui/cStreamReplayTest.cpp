@@ -68,6 +68,26 @@ TEST(StreamReplayTest, MessagesThatSetOtherChannelsAreNotDropped) {
   EXPECT_EQ(replay.passed(), 6u);
 }
 
+TEST(StreamReplayTest, MovedToAnotherMessageHandsOutFromThere) {
+  cStreamReplay replay({{0, message("Arm", 1, {10})},
+                        {1000, message("Arm", 1, {11})},
+                        {1000, message("Arm", 1, {12})},
+                        {3000, message("Arm", 1, {13})}});
+  const std::pair<std::uint64_t, std::size_t> counts[] = {{0, 1}, {999, 1}, {1000, 3}, {2999, 3}, {3000, 4}, {9000, 4}};
+  for (auto [time, count] : counts) EXPECT_EQ(replay.countUpTo(time), count) << time;
+
+  replay.moveTo(3);
+  EXPECT_EQ(replay.passed(), 3u);
+  EXPECT_TRUE(replay.due(2000).empty());
+  EXPECT_EQ(tags(replay.due(3000)), std::vector<int>{13});
+  EXPECT_TRUE(replay.finished());
+  replay.moveTo(0);  // back to the start: everything is due again
+  EXPECT_EQ(tags(replay.due(1000)), std::vector<int>{12});
+  replay.moveTo(99);
+  EXPECT_TRUE(replay.finished());
+  EXPECT_EQ(replay.messages().size(), 4u);
+}
+
 TEST(StreamReplayTest, EmptyStreamIsFinishedFromTheStart) {
   cStreamReplay replay({});
   EXPECT_TRUE(replay.finished());

@@ -37,17 +37,6 @@ TEST(NodeModel, ConstructorsStoreTheDefaultsAndLeaveTheRestEmpty) {
   for (const Field& record : material.fields()) EXPECT_EQ(record.value, nullptr) << record.name;
 }
 
-TEST(NodeModel, FieldRecordsFollowTheTypeOrder) {
-  std::vector<std::string_view> names;
-  const Cylinder cylinder;
-  for (const Field& record : cylinder.fields()) names.push_back(record.name);
-  EXPECT_EQ(names, (std::vector<std::string_view>{"bottom", "height", "radius", "side", "top"}));
-  names.clear();
-  const Cone cone;
-  for (const Field& record : cone.fields()) names.push_back(record.name);
-  EXPECT_EQ(names, (std::vector<std::string_view>{"bottomRadius", "height", "side", "bottom"}));
-}
-
 TEST(NodeModel, FieldLooksUpByNameAndLetsTheCallerReplaceTheValue) {
   Box box;
   EXPECT_EQ(box.field(""), nullptr);

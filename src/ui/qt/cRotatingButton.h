@@ -24,7 +24,6 @@ class cRotatingButton : public QWidget {
   void setTarget(IRotatingButtonTarget* t) { target = t; }
   void setTag(std::uint32_t t) { tag = t; }
   void setLength(int pixels) { length = pixels; }
-  std::uint32_t buttonTag() const { return tag; }
   QSize sizeHint() const override;
 
  protected:

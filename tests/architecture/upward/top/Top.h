@@ -1,0 +1,4 @@
+#pragma once
+// Reaches the layer below: allowed.
+
+#include "core/Base.h"

@@ -1,0 +1,98 @@
+// How quillon view words values, qualities and screenshots, without a window.
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <cmath>
+#include <limits>
+
+#include "RouteText.h"
+#include "Screenshot.h"
+
+namespace quillon::app::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(RouteTextTest, QualityFallsIntoItsBandWithTheThresholdsIncluded) {
+  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+  constexpr double kInf = std::numeric_limits<double>::infinity();
+  const struct {
+    double quality;
+    float nominal, meaningful;
+    QualityBand band;
+    const char* text;
+  } cases[] = {
+      {0, 0, 100, QualityBand::Nominal, "nominal (≤ 0)"},
+      {-3, 0, 100, QualityBand::Nominal, "nominal (≤ 0)"},
+      {0.5, 0, 100, QualityBand::Between, "between the thresholds (0 < q ≤ 100)"},
+      {100, 0, 100, QualityBand::Between, "between the thresholds (0 < q ≤ 100)"},
+      {100.5, 0, 100, QualityBand::NotMeaningful, "not meaningful (> 100)"},
+      {kInf, 0, 100, QualityBand::NotMeaningful, "not meaningful (> 100)"},
+      {kNaN, 0, 100, QualityBand::NotMeaningful, "not meaningful (> 100)"},
+      {kInf, 0, static_cast<float>(kInf), QualityBand::Between, "between the thresholds (0 < q ≤ ∞)"},
+      {2.5, 2.5f, 7.25f, QualityBand::Nominal, "nominal (≤ 2.5)"},
+  };
+  for (const auto& c : cases) {
+    const QualityBand band = BandOf(c.quality, c.nominal, c.meaningful);
+    EXPECT_EQ(band, c.band) << c.quality;
+    EXPECT_EQ(BandText(band, c.nominal, c.meaningful), QString::fromUtf8(c.text)) << c.quality;
+  }
+}
+
+TEST(RouteTextTest, ValuesReadAsNumbersVectorsAndFramesAsPositionAndTurn) {
+  RouteState route;
+  EXPECT_EQ(ValueText(route), QStringLiteral("none yet"));
+  route.value = {0.25};
+  EXPECT_EQ(ValueText(route), QStringLiteral("0.250"));
+  route.value = {0.1, -2, std::numeric_limits<double>::quiet_NaN()};
+  EXPECT_EQ(ValueText(route), QStringLiteral("(0.100, -2.000, NaN)"));
+  // A quarter turn about z, the rotation written row by row.
+  route.value = {0, 0.02, 0, 0, -1, 0, 1, 0, 0, 0, 0, 1};
+  EXPECT_EQ(ValueText(route), QStringLiteral("at (0.000, 0.020, 0.000), turned 90.0° about (0.000, 0.000, 1.000)"));
+  route.value = {1, 2, 3, 1, 0, 0, 0, 1, 0, 0, 0, 1};
+  EXPECT_EQ(ValueText(route), QStringLiteral("at (1.000, 2.000, 3.000), not turned"));
+}
+
+TEST(RouteTextTest, TooltipNamesTheNodeAndEachRoutesChannelValueQualityAndAge) {
+  RouteState colour;
+  colour.node = "ProbeMaterial";
+  colour.field = "diffuseColor";
+  colour.from = "Probe1[2][1][1D]";
+  colour.value = {0.5};
+  colour.quality = 50;
+  colour.status = 3;
+  colour.timestamp = 1234;
+  colour.received = 7;
+  const auto now = std::chrono::steady_clock::now();
+  colour.changed = now - 2500ms;
+  RouteState position;
+  position.node = "Probe";
+  position.field = "translation";
+  position.from = "Probe1[2][0][3D]";
+  position.received = 0;  // nothing yet
+  const RoutePick pick{"ProbeMaterial", QPoint(3, 4), {colour, position}};
+
+  const QString tip = RouteTooltip(pick, 0, 100, now);
+  EXPECT_TRUE(tip.startsWith(QStringLiteral("<b>ProbeMaterial</b>"))) << tip.toStdString();
+  for (const char* part :
+       {"Probe1[2][1][1D] → ProbeMaterial.diffuseColor", "0.500", "50.000, between the thresholds (0 &lt; q ≤ 100)",
+        "3, time stamp 1234", "2.5 s ago", "Probe1[2][0][3D] → Probe.translation", "none yet"})
+    EXPECT_TRUE(tip.contains(QString::fromUtf8(part))) << part << "\n" << tip.toStdString();
+
+  // The markers for a status and a time stamp that were never sent.
+  colour.status = 32767;
+  colour.timestamp = 0xFFFFFFFFu;
+  EXPECT_TRUE(
+      RouteTooltip({"ProbeMaterial", {}, {colour}}, 0, 100, now).contains(QStringLiteral("none, time stamp none")));
+}
+
+TEST(ScreenshotTest, NameKeepsTheLabelsWordsAndTheTime) {
+  const QDateTime when(QDate(2024, 5, 1), QTime(12, 30, 5));
+  EXPECT_EQ(ScreenshotName(QStringLiteral("A robot arm on a rail"), when),
+            QStringLiteral("A_robot_arm_on_a_rail-2024-05-01_12-30-05.png"));
+  EXPECT_EQ(ScreenshotName(QStringLiteral(" ../Öfen: 1/2 "), when), QStringLiteral("Öfen_1_2-2024-05-01_12-30-05.png"));
+  EXPECT_EQ(ScreenshotName(QString(), when), QStringLiteral("quillon-2024-05-01_12-30-05.png"));
+}
+
+}  // namespace
+}  // namespace quillon::app::test

@@ -1,0 +1,433 @@
+// Every node type the reader knows, with the fields, types and defaults of the node model, and
+// what the reader passes over. The expectations are written down here independently of the
+// reader's own tables, so that a wrong default, type, access word or limit there fails a row.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ReaderTestSupport.h"
+
+namespace VRML {
+namespace {
+
+using test::parseScene;
+
+// How the model shows a value back, in the text's own notation, so that defaults and read values
+// compare with what a scene writer would type.
+std::string show(const FieldValue* value) {
+  if (!value) return "";
+  std::string text;
+  const auto number = [&text](double v) {
+    char buffer[32];
+    std::snprintf(buffer, sizeof buffer, "%s%g", text.empty() ? "" : " ", v);
+    text += buffer;
+  };
+  if (const auto* b = dynamic_cast<const SFBool*>(value)) return b->value ? "TRUE" : "FALSE";
+  if (const auto* i = dynamic_cast<const SFInt32*>(value)) return std::to_string(i->value);
+  if (const auto* f = dynamic_cast<const SFFloat*>(value)) number(f->value);
+  if (const auto* v = dynamic_cast<const SFVec3f*>(value)) number(v->value.x), number(v->value.y), number(v->value.z);
+  if (const auto* c = dynamic_cast<const SFColor*>(value))
+    number(c->value.red), number(c->value.green), number(c->value.blue);
+  if (const auto* r = dynamic_cast<const SFRotation*>(value))
+    number(r->x), number(r->y), number(r->z), number(r->angle);
+  if (const auto* n = dynamic_cast<const SFNode*>(value)) return n->node ? std::string(n->node->typeName()) : "NULL";
+  const auto list = [&text](const auto& items, const auto& each) {
+    text = "[";
+    for (const auto& item : items) each(item);
+    text += " ]";
+  };
+  if (const auto* l = dynamic_cast<const MFInt32*>(value)) list(l->values, [&](std::int32_t i) { number(i); });
+  if (const auto* l = dynamic_cast<const MFVec3f*>(value))
+    list(l->values, [&](const Vec3f& v) { number(v.x), number(v.y), number(v.z); });
+  if (const auto* l = dynamic_cast<const MFColor*>(value))
+    list(l->values, [&](const Color3f& c) { number(c.red), number(c.green), number(c.blue); });
+  if (const auto* l = dynamic_cast<const MFNode*>(value))
+    list(l->nodes, [&](const auto& n) { text += " " + std::string(n ? n->typeName() : "-"); });
+  return text;
+}
+
+// A value of each field type as a scene writes it; show() gives it back unchanged.
+std::string_view sampleOf(std::string_view type) {
+  static const std::map<std::string_view, std::string_view> samples = {
+      {"SFBool", "FALSE"},      {"SFInt32", "7"},          {"SFFloat", "0.5"},
+      {"SFVec3f", "1 2 3"},     {"SFColor", "0.25 0.5 1"}, {"SFRotation", "0 1 0 1.5"},
+      {"SFNode", "Group"},      {"MFInt32", "[ 1 2 -1 ]"}, {"MFVec3f", "[ 1 2 3 4 5 6 ]"},
+      {"MFColor", "[ 1 0 0 ]"}, {"MFNode", "[ Shape - ]"}};
+  return samples.at(type);
+}
+
+// The sample as the reader takes it: node values need their bodies, lists an empty entry's word.
+std::string textOf(std::string_view type) {
+  if (type == "SFNode") return "Group { }";
+  if (type == "MFNode") return "[ Shape { } NULL ]";
+  return std::string(sampleOf(type));
+}
+
+struct KeptField {
+  std::string_view name;
+  std::string_view type;
+  std::string_view initial;  // the constructor's default in the text's notation, "" for an empty slot
+};
+
+struct DiscardedField {
+  std::string_view name;
+  std::string_view type;
+};
+
+struct NodeType {
+  std::string_view name;
+  std::unique_ptr<Node> (*make)();
+  std::vector<KeptField> kept;
+  std::vector<DiscardedField> discarded;
+  std::vector<std::string_view> accessWords;
+  std::size_t fieldLimit;
+  bool forgiving;  // a bad SFBool or SFFloat value keeps the default instead of failing the read
+};
+
+void PrintTo(const NodeType& row, std::ostream* out) { *out << row.name; }
+
+template <class T>
+std::unique_ptr<Node> make() {
+  return std::make_unique<T>();
+}
+
+const NodeType kNodeTypes[] = {
+    {"Appearance",
+     &make<Appearance>,
+     {{"material", "SFNode", ""}},
+     {{"texture", "SFNode"}, {"textureTransform", "SFNode"}},
+     {"exposedField"},
+     3,
+     false},
+    {"Box", &make<Box>, {{"size", "SFVec3f", "2 2 2"}}, {}, {"field"}, 1, false},
+    {"Color", &make<Color>, {{"color", "MFColor", ""}}, {}, {"exposedField"}, 1, false},
+    {"Cone",
+     &make<Cone>,
+     {{"bottomRadius", "SFFloat", "1"},
+      {"height", "SFFloat", "2"},
+      {"side", "SFBool", "TRUE"},
+      {"bottom", "SFBool", "TRUE"}},
+     {},
+     {"field"},
+     4,
+     true},
+    {"Coordinate", &make<Coordinate>, {{"point", "MFVec3f", ""}}, {}, {"exposedField"}, 1, false},
+    {"Cylinder",
+     &make<Cylinder>,
+     {{"bottom", "SFBool", "TRUE"},
+      {"height", "SFFloat", "2"},
+      {"radius", "SFFloat", "1"},
+      {"side", "SFBool", "TRUE"},
+      {"top", "SFBool", "TRUE"}},
+     {},
+     {"field"},
+     5,
+     true},
+    {"Group",
+     &make<Group>,
+     {{"children", "MFNode", ""}},
+     {{"bboxCenter", "SFVec3f"}, {"bboxSize", "SFVec3f"}, {"addChildren", "MFNode"}, {"removeChildren", "MFNode"}},
+     {"field", "exposedField", "eventIn"},
+     5,
+     false},
+    {"IndexedFaceSet",
+     &make<IndexedFaceSet>,
+     {{"color", "SFNode", ""},
+      {"coord", "SFNode", ""},
+      {"normal", "SFNode", ""},
+      {"colorIndex", "MFInt32", ""},
+      {"colorPerVertex", "SFBool", "TRUE"},
+      {"coordIndex", "MFInt32", ""},
+      {"normalIndex", "MFInt32", ""},
+      {"normalPerVertex", "SFBool", "TRUE"}},
+     {{"texCoord", "SFNode"},
+      {"texCoordIndex", "MFInt32"},
+      {"ccw", "SFBool"},
+      {"convex", "SFBool"},
+      {"solid", "SFBool"},
+      {"creaseAngle", "SFFloat"},
+      {"set_colorIndex", "MFInt32"},
+      {"set_coordIndex", "MFInt32"},
+      {"set_normalIndex", "MFInt32"},
+      {"set_texCoordIndex", "MFInt32"}},
+     {"field", "exposedField", "eventIn"},
+     18,
+     false},
+    {"IndexedLineSet",
+     &make<IndexedLineSet>,
+     {{"color", "SFNode", ""},
+      {"coord", "SFNode", ""},
+      {"colorIndex", "MFInt32", ""},
+      {"colorPerVertex", "SFBool", "TRUE"},
+      {"coordIndex", "MFInt32", ""}},
+     {{"set_colorIndex", "MFInt32"}, {"set_coordIndex", "MFInt32"}},
+     {"field", "exposedField", "eventIn"},
+     7,
+     false},
+    {"Material",
+     &make<Material>,
+     {{"ambientIntensity", "SFFloat", ""},
+      {"diffuseColor", "SFColor", ""},
+      {"emissiveColor", "SFColor", ""},
+      {"shininess", "SFFloat", ""},
+      {"specularColor", "SFColor", ""},
+      {"transparency", "SFFloat", ""}},
+     {},
+     {"exposedField"},
+     5,
+     false},
+    {"Normal", &make<Normal>, {{"vector", "MFVec3f", ""}}, {}, {"exposedField"}, 1, false},
+    {"Shape", &make<Shape>, {{"appearance", "SFNode", ""}, {"geometry", "SFNode", ""}}, {}, {"exposedField"}, 2, false},
+    {"Sphere", &make<Sphere>, {{"radius", "SFFloat", ""}}, {}, {"field"}, 1, false},
+    {"Switch",
+     &make<Switch>,
+     {{"choice", "MFNode", ""}, {"whichChoice", "SFInt32", "-1"}},
+     {},
+     {"exposedField"},
+     2,
+     false},
+    {"Transform",
+     &make<Transform>,
+     {{"center", "SFVec3f", "0 0 0"},
+      {"children", "MFNode", ""},
+      {"rotation", "SFRotation", "0 0 1 0"},
+      {"scale", "SFVec3f", "1 1 1"},
+      {"scaleOrientation", "SFRotation", "0 0 1 0"},
+      {"translation", "SFVec3f", ""}},
+     {{"bboxCenter", "SFVec3f"}, {"bboxSize", "SFVec3f"}},
+     {"field", "exposedField", "eventIn"},
+     10,
+     false},
+};
+
+class NodeTypes : public testing::TestWithParam<NodeType> {
+ protected:
+  const NodeType& row() const { return GetParam(); }
+  // Reads `body` as the body of one node of this row's type: the node, or null when it failed.
+  const Node* read(const std::string& body) {
+    parsed = parseScene(std::string(row().name) + " { " + body + " }\n");
+    const Node* node = parsed.size() == 1 ? parsed.at(0) : nullptr;
+    if (node) {
+      EXPECT_EQ(node->typeName(), row().name);
+    }
+    return node;
+  }
+  static std::string shown(const Node* node, std::string_view field) {
+    const auto* slot = node->field(field);
+    return slot ? show(slot->get()) : "(no such field)";
+  }
+  static std::string given(const KeptField& field) { return std::string(field.name) + " " + textOf(field.type); }
+  test::Parsed parsed;
+};
+
+TEST_P(NodeTypes, ModelHoldsTheKeptFieldsInOrderWithTheirDefaults) {
+  const auto node = row().make();
+  EXPECT_EQ(node->typeName(), row().name);
+  ASSERT_EQ(node->fields().size(), row().kept.size());
+  for (std::size_t i = 0; i < row().kept.size(); ++i) {
+    const KeptField& field = row().kept[i];
+    SCOPED_TRACE(field.name);
+    EXPECT_EQ(node->fields()[i].name, field.name);
+    const FieldValue* value = node->fields()[i].value.get();
+    EXPECT_EQ(show(value), field.initial);
+    if (value) {
+      EXPECT_EQ(value->typeName(), field.type);
+      EXPECT_TRUE(value->set);
+    }
+  }
+}
+
+TEST_P(NodeTypes, ReadsEveryKeptFieldWithOrWithoutItsTypeWord) {
+  for (const KeptField& field : row().kept) {
+    for (const std::string& prefix : {std::string(), std::string(field.type) + " "}) {
+      SCOPED_TRACE(prefix + given(field));
+      const Node* node = read(prefix + given(field));
+      ASSERT_NE(node, nullptr);
+      EXPECT_EQ(shown(node, field.name), sampleOf(field.type));
+      EXPECT_EQ((*node->field(field.name))->typeName(), field.type);
+    }
+  }
+}
+
+TEST_P(NodeTypes, ReadsTheDiscardedFieldsAsTheirTypesAndKeepsNothing) {
+  const KeptField& after = row().kept.front();
+  for (const DiscardedField& field : row().discarded) {
+    // A value read as the wrong type would leave the position off, and the next field would fail.
+    const std::string body = std::string(field.name) + " " + textOf(field.type) + " " + given(after);
+    SCOPED_TRACE(body);
+    const Node* node = read(body);
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(node->field(field.name), nullptr);
+    EXPECT_EQ(shown(node, after.name), sampleOf(after.type));
+  }
+}
+
+TEST_P(NodeTypes, AcceptsOnlyItsOwnAccessWords) {
+  for (const std::string_view word : {"field", "exposedField", "eventIn", "eventOut"}) {
+    SCOPED_TRACE(word);
+    const bool accepted =
+        std::find(row().accessWords.begin(), row().accessWords.end(), word) != row().accessWords.end();
+    EXPECT_EQ(read(std::string(word) + " " + given(row().kept.front())) != nullptr, accepted);
+  }
+}
+
+TEST_P(NodeTypes, StopsAtTheFieldLimitAndRefusesAnUnknownName) {
+  // Every accepted name once, then the first one again: past the limit it is passed over with
+  // the rest of the body, below the limit it is a repeat, which fails the node.
+  std::vector<std::pair<std::string_view, std::string_view>> names;
+  for (const KeptField& field : row().kept) names.emplace_back(field.name, field.type);
+  for (const DiscardedField& field : row().discarded) names.emplace_back(field.name, field.type);
+  std::string body;
+  for (const auto& [name, type] : names) body += std::string(name) + " " + textOf(type) + " ";
+  body += given(row().kept.front());
+
+  const Node* node = read(body);
+  if (row().fieldLimit > names.size()) {
+    EXPECT_EQ(node, nullptr);
+  } else {
+    ASSERT_NE(node, nullptr);
+    for (std::size_t i = 0; i < row().kept.size(); ++i) {
+      const KeptField& field = row().kept[i];
+      EXPECT_EQ(shown(node, field.name), i < row().fieldLimit ? sampleOf(field.type) : field.initial) << field.name;
+    }
+  }
+  EXPECT_EQ(read("unknownField 1"), nullptr);
+}
+
+TEST_P(NodeTypes, BadNumbersAndWordsKeepTheDefaultOnlyWhereForgiving) {
+  for (const KeptField& field : row().kept) {
+    if (field.type != "SFBool" && field.type != "SFFloat") continue;
+    // A bad SFBool word is put back and read as the next field's name; a bad number is consumed.
+    const KeptField* other = nullptr;
+    for (const KeptField& candidate : row().kept)
+      if (candidate.name != field.name && !other) other = &candidate;
+    const std::string bad = field.type == "SFFloat" || !other ? "x" : given(*other);
+    const std::string body = std::string(field.name) + " " + bad;
+    SCOPED_TRACE(body);
+    const Node* node = read(body);
+    if (!row().forgiving) {
+      EXPECT_EQ(node, nullptr);
+      continue;
+    }
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(shown(node, field.name), field.initial);
+    if (field.type == "SFBool") {
+      EXPECT_EQ(shown(node, other->name), sampleOf(other->type));
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Reader, NodeTypes, testing::ValuesIn(kNodeTypes),
+                         [](const testing::TestParamInfo<NodeType>& param) { return std::string(param.param.name); });
+
+// The tree in brief: a node's type name, then the nodes in its node-valued fields in record
+// order; "-" for an empty entry or an empty node field.
+std::string outline(const Node* node) {
+  if (!node) return "-";
+  std::string items;
+  for (const Field& record : node->fields()) {
+    if (const auto* one = dynamic_cast<const SFNode*>(record.value.get()))
+      items += (items.empty() ? "" : " ") + outline(one->node.get());
+    if (const auto* list = dynamic_cast<const MFNode*>(record.value.get()))
+      for (const auto& item : list->nodes) items += (items.empty() ? "" : " ") + outline(item.get());
+  }
+  return std::string(node->typeName()) + (items.empty() ? "" : "(" + items + ")");
+}
+
+std::string outline(const test::Parsed& parsed) {
+  std::string text;
+  for (std::size_t i = 0; i < parsed.size(); ++i) text += (i ? " " : "") + outline(parsed.at(i));
+  return text;
+}
+
+struct SkipCase {
+  const char* name;
+  std::string scene;
+  std::string outline;
+};
+
+void PrintTo(const SkipCase& c, std::ostream* out) { *out << c.name; }
+
+class SkipRules : public testing::TestWithParam<SkipCase> {};
+
+TEST_P(SkipRules, PassOverWhatTheModelDoesNotHold) {
+  EXPECT_EQ(outline(parseScene(GetParam().scene)), GetParam().outline);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reader, SkipRules,
+    testing::Values(
+        SkipCase{"TypeNamesAreCaseSensitive", "shape { }\nGroup { }\n", "- Group"},
+        SkipCase{"WordsBeforeABodyAreIgnored", "Shape junk 1 2 { }\nGroup { }\n", "Shape Group"},
+        SkipCase{"WordsBeforeAListAreIgnored", "Group { children junk [ Shape { } ] }\n", "Group(Shape)"},
+        SkipCase{"SkippedTypesInAListLeaveEmptyEntries", "Group { children [ Viewpoint { } Shape { } ] }\n",
+                 "Group(- Shape)"},
+        SkipCase{"SkippedTypesInANodeFieldLeaveItEmpty",
+                 "Shape { geometry Text { string \"a\" } appearance Appearance { } }\n", "Shape(Appearance -)"},
+        SkipCase{"ADefinedSkippedTypeCannotBeUsed", "Group { children [ DEF V Viewpoint { } USE V Shape { } ] }\n",
+                 "Group(- - Shape)"},
+        SkipCase{"ATextureInADiscardedFieldIsPassedOver",
+                 "Appearance { texture ImageTexture { url \"a.png\" } material Material { } }\n",
+                 "Appearance(Material)"},
+        SkipCase{"AListStartingWithAQuotedStringIsEmpty", "Group { children [ \"x\" Shape { } ] }\nShape { }\n",
+                 "Group Shape"},
+        SkipCase{"ANumericListPassesOverTheCharacterAfterItsBracket", "Coordinate { point [ 1 2 3 ]x }\nShape { }\n",
+                 "Coordinate Shape"},
+        SkipCase{"ANodeListPassesOverNothingAfterItsBracket",
+                 "Transform { children [ Shape { } ]translation 1 2 3 }\nShape { }\n", "Transform(Shape) Shape"},
+        SkipCase{"CommentsInsideABody", "Group { # children [ Box { } ]\n children [ Shape { } ] }\n", "Group(Shape)"}),
+    [](const testing::TestParamInfo<SkipCase>& param) { return std::string(param.param.name); });
+
+TEST(SkipRules, RecognisedButUnmodelledTypesAreSkippedWhole) {
+  for (const char* type : {"Anchor",
+                           "AudioClip",
+                           "Background",
+                           "Billboard",
+                           "Collision",
+                           "ColorInterpolator",
+                           "CoordinateInterpolator",
+                           "CylinderSensor",
+                           "DirectionalLight",
+                           "ElevationGrid",
+                           "Extrusion",
+                           "Fog",
+                           "FontStyle",
+                           "ImageTexture",
+                           "Inline",
+                           "LOD",
+                           "MovieTexture",
+                           "NavigationInfo",
+                           "NormalInterpolator",
+                           "OrientationInterpolator",
+                           "PixelTexture",
+                           "PlaneSensor",
+                           "PointLight",
+                           "PointSet",
+                           "PositionInterpolator",
+                           "ProximitySensor",
+                           "ScalarInterpolator",
+                           "Script",
+                           "Sound",
+                           "SphereSensor",
+                           "SpotLight",
+                           "Text",
+                           "TextureCoordinate",
+                           "TextureTransform",
+                           "TimeSensor",
+                           "TouchSensor",
+                           "Viewpoint",
+                           "VisibilitySensor",
+                           "WorldInfo"}) {
+    // A modelled reader would fail on the unknown field and end the read.
+    EXPECT_EQ(outline(parseScene(std::string(type) + " { size 1 2 3 children [ ] }\nShape { }\n")), "- Shape") << type;
+  }
+}
+
+}  // namespace
+}  // namespace VRML
