@@ -115,7 +115,7 @@ void ViewerWindow::addPlots(const std::vector<ChannelStreamRecord>* recording, R
 }
 
 QString ViewerWindow::saveScreenshot() {
-  const QString path = SaveScreenshot(*widget, documentLabel, folder);
+  QString path = SaveScreenshot(*widget, documentLabel, folder);
   if (path.isEmpty()) {
     statusBar()->showMessage(QStringLiteral("Could not save a screenshot in %1").arg(folder), kMessageMs);
     std::cerr << "quillon view: could not save a screenshot in " << folder.toStdString() << std::endl;
