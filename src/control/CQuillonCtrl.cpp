@@ -58,7 +58,9 @@ QuillonBytes CQuillonCtrl::InitializeViewer_v1(char** xmlDescription, char** xml
                                                char** neededChannelGroups) {
   std::string annotated = ReadHostString(xmlDescriptionAnnotated);
   std::string needed = ReadHostString(neededChannelGroups);
-  const std::string result = component_->InitializeViewer(ReadHostString(xmlDescription), annotated, needed);
+  // The document is read where the host keeps it: a big scene is not copied once more.
+  const std::string_view document = xmlDescription && *xmlDescription ? *xmlDescription : "";
+  const std::string result = component_->InitializeViewer(document, annotated, needed);
   WriteHostString(xmlDescriptionAnnotated, annotated);
   WriteHostString(neededChannelGroups, needed);
   return ToHostBytes(result);
@@ -66,7 +68,8 @@ QuillonBytes CQuillonCtrl::InitializeViewer_v1(char** xmlDescription, char** xml
 
 int CQuillonCtrl::LoadDocument(const char* xml, char** annotated, char** neededGroups) {
   std::string annotatedText, groups;
-  const ErrorCode result = component_->LoadDocument(xml ? std::string(xml) : std::string(), annotatedText, groups);
+  const ErrorCode result =
+      component_->LoadDocument(xml ? std::string_view(xml) : std::string_view(), annotatedText, groups);
   WriteHostString(annotated, annotatedText);
   WriteHostString(neededGroups, groups);
   return static_cast<int>(result);

@@ -85,7 +85,7 @@ int QuillonComponent::RenderRgba(unsigned char* pixels, std::size_t size) {
   return area->readPixels(pixels, size) ? 0 : 1;
 }
 
-std::string QuillonComponent::InitializeViewer(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
+std::string QuillonComponent::InitializeViewer(std::string_view xmlDescription, std::string& xmlDescriptionAnnotated,
                                                std::string& neededChannelGroups) {
   LoadDocument(xmlDescription, xmlDescriptionAnnotated, neededChannelGroups);
   // By design the result is empty even for a failed document; the host learns of the
@@ -93,7 +93,7 @@ std::string QuillonComponent::InitializeViewer(const std::string& xmlDescription
   return ConvertErrorTreeForCOM(false);
 }
 
-ErrorCode QuillonComponent::LoadDocument(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
+ErrorCode QuillonComponent::LoadDocument(std::string_view xmlDescription, std::string& xmlDescriptionAnnotated,
                                          std::string& neededChannelGroups) {
   firstRegistrationError = HALCYON_SUCCESS;
   ErrorCode result = HALCYON_SUCCESS;

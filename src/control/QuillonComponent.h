@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "control/ComponentParts.h"
@@ -39,11 +40,11 @@ class QuillonComponent final : public IMappingRegistrar {
   /// Draws and copies the pixels; 0 on success.
   int RenderRgba(unsigned char* pixels, std::size_t size);
 
-  std::string InitializeViewer(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
+  std::string InitializeViewer(std::string_view xmlDescription, std::string& xmlDescriptionAnnotated,
                                std::string& neededChannelGroups);
   /// InitializeViewer that tells how the load went: 0, or the code of the first error it raised
   /// (the document's fault, or a route that could not be registered).
-  ErrorCode LoadDocument(const std::string& xmlDescription, std::string& xmlDescriptionAnnotated,
+  ErrorCode LoadDocument(std::string_view xmlDescription, std::string& xmlDescriptionAnnotated,
                          std::string& neededChannelGroups);
   ErrorCode RegisterInDecoder(const std::string& controlPathName, std::int32_t groupNumber, std::uint32_t channelNumber,
                               std::unique_ptr<ZrValueDecodingCallbackInterface> mapping) override;

@@ -4,6 +4,7 @@
 #include <osg/Material>
 #include <osg/StateSet>
 
+#include "scenegraph/FaceCulling.h"
 #include "scenegraph/GlValues.h"
 
 namespace quillon {
@@ -20,12 +21,14 @@ void UseBlending(osg::StateSet& stateSet, osg::StateAttribute::OverrideValue mat
   if (!blend) blend = new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
   stateSet.setAttributeAndModes(blend, flags);
   stateSet.setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+  ShowBackFaces(stateSet);
 }
 
 void DropBlending(osg::StateSet& stateSet) {
   stateSet.removeAttribute(osg::StateAttribute::BLENDFUNC);
   stateSet.removeMode(GL_BLEND);
   stateSet.setRenderingHint(osg::StateSet::DEFAULT_BIN);
+  LetClosedShapesCull(stateSet);
 }
 
 }  // namespace

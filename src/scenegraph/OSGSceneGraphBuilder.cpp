@@ -7,6 +7,7 @@
 #include <osg/Switch>
 
 #include "core/Trace.h"
+#include "scenegraph/FaceCulling.h"
 #include "scenegraph/GlValues.h"
 #include "scenegraph/OSGSceneGraph.h"
 #include "scenegraph/TrafoTransform.h"
@@ -68,6 +69,7 @@ osg::ref_ptr<osg::Group> OSGSceneGraphBuilder::buildScene(const VRML::Group& roo
   visitChildren(root.children());
   states.clear();
   primitives.clear();
+  closedPrimitives.clear();
   registry = nullptr;
   return scene->getNumChildren() > 0 ? scene : nullptr;
 }
@@ -127,6 +129,9 @@ void OSGSceneGraphBuilder::visitTransform(const VRML::Transform& node) {
   if (const auto* so = given(node.scaleOrientation())) trafo.setScaleOrientation(rotation(*so));
   if (const auto* t = given(node.translation())) trafo.setTranslation(metres(t->value));
   transform->setTrafo(trafo);
+  // A scale that mirrors (or flattens) turns the outside of closed shapes round.
+  const osg::Vec3d& s = trafo.getScaling();
+  if (!(s.x() * s.y() * s.z() > 0)) ShowBackFaces(*transform->getOrCreateStateSet());
   leaveNode(NamedKind::Transform);
 }
 
@@ -166,6 +171,8 @@ void OSGSceneGraphBuilder::visitShape(const VRML::Shape& node) {
     }
     material->setColorMode(osg::Material::AMBIENT_AND_DIFFUSE);
   }
+  if (geode->getNumDrawables() == 1 && closedPrimitives.contains(geode->getDrawable(0)))
+    geode->addCullCallback(closedCulling.get());
   leaveNode(NamedKind::Shape, geode->getStateSet());
 }
 
@@ -173,8 +180,9 @@ void OSGSceneGraphBuilder::visitAppearance(const VRML::Appearance& node) {
   if (!enter(std::make_unique<osgBuilderStateAppearance>(), node)) return;
   osg::ref_ptr<osg::StateSet> stateSet = new osg::StateSet();
   current().setObject(stateSet.get());
-  // No face is culled and both sides are lit, so open and inside-out surfaces still show.
-  stateSet->setMode(GL_CULL_FACE, osg::StateAttribute::OFF);
+  // Both sides are lit, and only closed primitives cull, so open and inside-out surfaces
+  // still show.
+  LetClosedShapesCull(*stateSet);
   stateSet->setAttribute(twoSidedLighting.get());
   visitChild(node.material());
   if (auto* geode = dynamic_cast<osg::Geode*>(parent().object())) geode->setStateSet(stateSet.get());
@@ -205,6 +213,7 @@ void OSGSceneGraphBuilder::visitMaterial(const VRML::Material& node) {
     if (transparent) {
       stateSet->setAttributeAndModes(blend.get(), osg::StateAttribute::ON);
       stateSet->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+      ShowBackFaces(*stateSet);
     }
     registry->addColourable(stateSet, material.get());
   }
@@ -218,16 +227,20 @@ void OSGSceneGraphBuilder::addToShape(osg::Geometry* geometry) {
 }
 
 template <class Make>
-osg::ref_ptr<osg::Geometry> OSGSceneGraphBuilder::primitive(int kind, std::array<float, 5> sizes, Make make) {
+osg::ref_ptr<osg::Geometry> OSGSceneGraphBuilder::primitive(int kind, std::array<float, 5> sizes, bool closed,
+                                                            Make make) {
   osg::ref_ptr<osg::Geometry>& geometry = primitives[{kind, sizes}];
-  if (!geometry) geometry = make();
+  if (!geometry) {
+    geometry = make();
+    if (closed) closedPrimitives.insert(geometry.get());
+  }
   return geometry;
 }
 
 void OSGSceneGraphBuilder::visitSphere(const VRML::Sphere& node) {
   if (!enter(std::make_unique<osgBuilderStateSphere>(), node)) return;
   const float radius = length(floatOr(node.radius(), 1.0f));
-  osg::ref_ptr<osg::Geometry> geometry = primitive(0, {radius}, [&] { return MakeSphere(radius); });
+  osg::ref_ptr<osg::Geometry> geometry = primitive(0, {radius}, true, [&] { return MakeSphere(radius); });
   current().setObject(geometry.get());
   addToShape(geometry.get());
   leaveNode(NamedKind::Geometry);
@@ -238,7 +251,8 @@ void OSGSceneGraphBuilder::visitBox(const VRML::Box& node) {
   VRML::Vec3f size{2, 2, 2};
   if (const auto* s = given(node.size())) size = s->value;
   const std::array<float, 5> sizes{length(size.x), length(size.y), length(size.z)};
-  osg::ref_ptr<osg::Geometry> geometry = primitive(1, sizes, [&] { return MakeBox(sizes[0], sizes[1], sizes[2]); });
+  osg::ref_ptr<osg::Geometry> geometry =
+      primitive(1, sizes, true, [&] { return MakeBox(sizes[0], sizes[1], sizes[2]); });
   current().setObject(geometry.get());
   addToShape(geometry.get());
   leaveNode(NamedKind::Geometry);
@@ -248,8 +262,9 @@ void OSGSceneGraphBuilder::visitCone(const VRML::Cone& node) {
   if (!enter(std::make_unique<osgBuilderStateCone>(), node)) return;
   const float radius = length(floatOr(node.bottomRadius(), 1.0f)), height = length(floatOr(node.height(), 2.0f));
   const bool side = boolOr(node.side(), true), bottom = boolOr(node.bottom(), true);
-  osg::ref_ptr<osg::Geometry> geometry = primitive(2, {radius, height, side ? 1.0f : 0.0f, bottom ? 1.0f : 0.0f},
-                                                   [&] { return MakeCone(radius, height, side, bottom); });
+  osg::ref_ptr<osg::Geometry> geometry =
+      primitive(2, {radius, height, side ? 1.0f : 0.0f, bottom ? 1.0f : 0.0f}, side && bottom,
+                [&] { return MakeCone(radius, height, side, bottom); });
   current().setObject(geometry.get());
   addToShape(geometry.get());
   leaveNode(NamedKind::Geometry);
@@ -260,7 +275,7 @@ void OSGSceneGraphBuilder::visitCylinder(const VRML::Cylinder& node) {
   const float radius = length(floatOr(node.radius(), 1.0f)), height = length(floatOr(node.height(), 2.0f));
   const bool side = boolOr(node.side(), true), top = boolOr(node.top(), true), bottom = boolOr(node.bottom(), true);
   osg::ref_ptr<osg::Geometry> geometry =
-      primitive(3, {radius, height, side ? 1.0f : 0.0f, top ? 1.0f : 0.0f, bottom ? 1.0f : 0.0f},
+      primitive(3, {radius, height, side ? 1.0f : 0.0f, top ? 1.0f : 0.0f, bottom ? 1.0f : 0.0f}, side && top && bottom,
                 [&] { return MakeCylinder(radius, height, side, top, bottom); });
   current().setObject(geometry.get());
   addToShape(geometry.get());

@@ -8,7 +8,9 @@
 #include <osg/BlendFunc>
 #include <osg/Group>
 #include <osg/LightModel>
+#include <unordered_set>
 
+#include "scenegraph/FaceCulling.h"
 #include "scenegraph/ISGBuilder.h"
 #include "scenegraph/osgBuilderStates.h"
 #include "scenegraph/osgSceneRegistry.h"
@@ -61,7 +63,7 @@ class OSGSceneGraphBuilder final : public VRML::IVRMLVisitor, public ISGBuilder 
   /// The primitive of that kind and those sizes: made once per scene and shared, since
   /// nothing changes a primitive's vertices after the build.
   template <class Make>
-  osg::ref_ptr<osg::Geometry> primitive(int kind, std::array<float, 5> sizes, Make make);
+  osg::ref_ptr<osg::Geometry> primitive(int kind, std::array<float, 5> sizes, bool closed, Make make);
 
   OSGSceneGraph* holder;
   std::deque<std::unique_ptr<IOSGBuilderState>> states;
@@ -70,6 +72,9 @@ class OSGSceneGraphBuilder final : public VRML::IVRMLVisitor, public ISGBuilder 
   osg::ref_ptr<osg::LightModel> twoSidedLighting;
   osg::ref_ptr<osg::BlendFunc> blend;
   std::map<std::pair<int, std::array<float, 5>>, osg::ref_ptr<osg::Geometry>> primitives;
+  // The primitives that enclose their inside, and what lets their shapes cull back faces.
+  std::unordered_set<const osg::Drawable*> closedPrimitives;
+  osg::ref_ptr<ClosedShapeCulling> closedCulling = new ClosedShapeCulling;
 };
 
 }  // namespace quillon

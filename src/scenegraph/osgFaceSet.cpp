@@ -1,5 +1,6 @@
 #include "scenegraph/osgFaceSet.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -22,6 +23,8 @@ bool usablePoint(const FaceSetInput& in, std::size_t i) { return GlFinite(toScen
 
 std::vector<Face> usableFaces(const FaceSetInput& in) {
   std::vector<Face> faces;
+  // Big meshes would otherwise hold the list twice over while it grows.
+  faces.reserve(static_cast<std::size_t>(std::count(in.coordIndex.begin(), in.coordIndex.end(), -1)) + 1);
   const auto pointCount = static_cast<std::int64_t>(in.points.size());
   std::size_t begin = 0, number = 0;
   bool usable = true;
@@ -119,6 +122,9 @@ osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
     normals->resize(in.points.size(), osg::Vec3(0, 1, 0));
     if (hasColours) colours->resize(in.points.size(), osg::Vec4(1, 1, 1, 1));
     osg::ref_ptr<osg::DrawElementsUInt> triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
+    std::size_t corners = 0;
+    for (const Face& f : faces) corners += 3 * (f.end - f.begin - 2);
+    triangles->reserve(corners);
     for (const Face& f : faces) {
       const auto a = static_cast<std::uint32_t>(in.coordIndex[f.begin]);
       for (std::size_t k = f.begin + 1; k + 1 < f.end; ++k) {
@@ -136,6 +142,11 @@ osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
   } else {
     std::vector<osg::Vec3> smooth;
     if (!hasNormals) smooth = smoothNormals(in, faces);
+    std::size_t corners = 0;
+    for (const Face& f : faces) corners += 3 * (f.end - f.begin - 2);
+    vertices->reserve(corners);
+    normals->reserve(corners);
+    if (hasColours) colours->reserve(corners);
     auto corner = [&](const Face& f, std::size_t k) {
       const auto v = static_cast<std::size_t>(in.coordIndex[k]);
       vertices->push_back(toScene(in.points[v], in.scale));

@@ -118,6 +118,13 @@ bool CMarkupSTL::LoadText(std::string text) {
   return ParseDocument();
 }
 
+void CMarkupSTL::Clear() {
+  std::string().swap(doc_);
+  std::vector<ElemPos>(1).swap(elems_);
+  error_.clear();
+  ResetCursor();
+}
+
 bool CMarkupSTL::IsWellFormed() const { return !elems_.empty() && elems_[0].iFirstChild != 0; }
 
 void CMarkupSTL::ResetCursor() {

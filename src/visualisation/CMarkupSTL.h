@@ -31,6 +31,8 @@ class CMarkupSTL {
   /// Stores the text and parses its first element; true when a top element was parsed.
   bool LoadText(std::string text);
   bool IsWellFormed() const;
+  /// Forgets the text and its elements, and gives back their memory.
+  void Clear();
   /// The message of the last failed load; empty after a good one.
   const std::string& GetError() const { return error_; }
 

@@ -2,6 +2,7 @@
 // What the viewer component needs of the visualisation document reader.
 
 #include <string>
+#include <string_view>
 
 #include "core/ErrorDefinition.h"
 
@@ -16,7 +17,7 @@ class IDocumentParser {
   /// Returns 0 or the code of the first fault. `annotated` receives the document with the
   /// offending element bracketed by marker comments; `neededChannelGroups` the groups that
   /// the routes need. Either may be null.
-  virtual ErrorCode Parse(IMappingRegistrar& registrar, const std::string& xmlDescription, std::string* annotated,
+  virtual ErrorCode Parse(IMappingRegistrar& registrar, std::string_view xmlDescription, std::string* annotated,
                           std::string* neededChannelGroups) = 0;
 };
 

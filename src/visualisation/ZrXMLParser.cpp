@@ -143,7 +143,7 @@ ErrorCode ZrXMLParser::Annotate(ErrorCode code, std::string_view elementName, st
   return RaiseRootError(code);
 }
 
-ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, const std::string& xmlDescription, std::string* annotated,
+ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, std::string_view xmlDescription, std::string* annotated,
                              std::string* neededChannelGroups) {
   const std::uint32_t startTick = GetTickCount();
   if (neededChannelGroups) neededChannelGroups->clear();
@@ -151,9 +151,8 @@ ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, const std::string& xm
   label_.clear();
   hide_ = true;
   routes_.clear();
-  scene_.reset();
 
-  markup_.LoadText(xmlDescription);
+  markup_.LoadText(std::string(xmlDescription));
   if (!markup_.IsWellFormed()) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_BADXMLFILE);
   if (!markup_.FindSibling("Visualisation")) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOVISUALISATIONFOUND);
 
@@ -188,7 +187,7 @@ ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, const std::string& xm
 
   if (!markup_.FindSibling("Scene")) return Annotate(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE, {}, annotated);
   const std::string format = markup_.GetAttribute("format");
-  const std::string sceneText = markup_.GetText();
+  std::string sceneText = markup_.GetText();
   if (markup_.FindSibling("Scene"))
     return Annotate(ZRVISUALISATIONXMLREADER_PARSE_MULTIPLESCENESFORBIDDEN, "Scene", annotated);
   if (format != "VRML97") return Annotate(ZRVISUALISATIONXMLREADER_PARSE_BADSCENEFORMATATTRIBUTE, "Scene", annotated);
@@ -199,13 +198,17 @@ ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, const std::string& xm
       if (const ErrorCode code = ReadRoute(route, annotated, neededChannelGroups)) return code;
   }
 
+  // Everything else is read: the document's text goes before the big pieces are made from
+  // its scene, and the scene's text before the scene graph is built from the nodes.
+  markup_.Clear();
   const std::uint32_t sceneTick = GetTickCount();
-  scene_ = std::make_unique<VRML::Group>();
+  VRML::Group scene;
   // A scene that does not read is reported as no scene, not as a malformed one.
-  if (scene_->parse(sceneText) != 0) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE);
+  if (scene.parse(sceneText) != 0) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE);
   Trace("Loading of VRML scene took %lf secs.\n", ElapsedSeconds(sceneTick, GetTickCount()));
+  std::string().swap(sceneText);
 
-  if (const ErrorCode code = BuildScene()) return code;
+  if (const ErrorCode code = BuildScene(scene)) return code;
 
   if (!routes_.empty()) registrar.ClearMappings();
   for (RouteRecord& route : routes_) {
@@ -320,9 +323,9 @@ ErrorCode ZrXMLParser::ReadRoute(std::string_view elementName, std::string* anno
 
 // Without a scene-graph holder, or with one that has no builders yet, the scene stays
 // unbuilt and the routes unbound; that counts as success.
-ErrorCode ZrXMLParser::BuildScene() {
+ErrorCode ZrXMLParser::BuildScene(const VRML::Group& scene) {
   if (!sceneGraph_) return HALCYON_SUCCESS;
-  if (ISGBuilder* builder = sceneGraph_->sceneGraphBuilder(); builder && !builder->build(*scene_))
+  if (ISGBuilder* builder = sceneGraph_->sceneGraphBuilder(); builder && !builder->build(scene))
     return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE);
   if (ISceneMappingBuilder* builder = sceneGraph_->sceneMappingBuilder(); builder && !builder->build(routes_))
     return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE);

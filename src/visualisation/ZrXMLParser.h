@@ -30,7 +30,7 @@ class ZrXMLParser final : public IDocumentParser {
   explicit ZrXMLParser(ISceneGraphImplementor* sceneGraph = nullptr);
   ~ZrXMLParser() override;
 
-  ErrorCode Parse(IMappingRegistrar& registrar, const std::string& xmlDescription, std::string* annotated,
+  ErrorCode Parse(IMappingRegistrar& registrar, std::string_view xmlDescription, std::string* annotated,
                   std::string* neededChannelGroups) override;
 
   // What the last parse collected.
@@ -50,7 +50,7 @@ class ZrXMLParser final : public IDocumentParser {
   ErrorCode ReadColourMap(std::string_view elementName, bool oneRow, ErrorCode multipleCode, FltMatrix& matrix,
                           std::string* annotated);
   ErrorCode ReadRoute(std::string_view elementName, std::string* annotated, std::string* neededChannelGroups);
-  ErrorCode BuildScene();
+  ErrorCode BuildScene(const VRML::Group& scene);
 
   ISceneGraphImplementor* sceneGraph_;
   const std::string supportedVersion_ = "1.0";
@@ -60,7 +60,6 @@ class ZrXMLParser final : public IDocumentParser {
   FltMatrix colourMap_;
   FltMatrix invalidColour_;
   std::vector<RouteRecord> routes_;
-  std::unique_ptr<VRML::Group> scene_;
 };
 
 }  // namespace quillon

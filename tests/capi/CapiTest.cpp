@@ -69,40 +69,6 @@ TEST(CApi, BadArgumentsReturnCleanly) {
   char* blankp = blank;
   EXPECT_EQ(quillon_UnhideNode_v1(ctrl, &blankp), 0);
 
-  // Negative and absurd counts are refused, and nothing is allocated for them.
-  for (long count : {-1L, QUILLON_MAX_MESSAGE_BYTES + 1L, 1L << 40}) {
-    QuillonBytes r = quillon_SendChannels_v1(ctrl, nullptr, count);
-    ASSERT_NE(r.data, nullptr);
-    const std::string text(reinterpret_cast<char*>(r.data), r.size);
-    EXPECT_EQ(text.rfind("1290304", 0), 0u);
-    quillon_free(r.data);
-  }
-  quillon_destroy(ctrl);
-}
-
-TEST(CApi, CameraDefaultsComeBackAsText) {
-  QuillonCtrl* ctrl = quillon_create();
-  Owned p, o, n, f, fo, z;
-  EXPECT_EQ(quillon_SetCameraPosition_v1(ctrl, &p.p, &o.p, &n.p, &f.p, &fo.p, &z.p), 1);
-  EXPECT_STREQ(p.p, "0.0 0.0 0.0");
-  EXPECT_STREQ(o.p, "0.0 1.0 0.0 0.0");
-  EXPECT_STREQ(n.p, "0.1");
-  EXPECT_STREQ(f.p, "10.0");
-  EXPECT_STREQ(fo.p, "5.0");
-  EXPECT_STREQ(z.p, "1.0");
-  quillon_destroy(ctrl);
-}
-
-TEST(CApi, InitializeViewerAnswersWithTheEmptyText) {
-  QuillonCtrl* ctrl = quillon_create();
-  char xml[] = "not a document";
-  char* doc = xml;
-  Owned annotated, groups;
-  QuillonBytes r = quillon_InitializeViewer_v1(ctrl, &doc, &annotated.p, &groups.p);
-  EXPECT_EQ(r.data, nullptr);
-  EXPECT_EQ(r.size, 0u);
-  EXPECT_NE(annotated.p, nullptr);
-  EXPECT_NE(groups.p, nullptr);
   quillon_destroy(ctrl);
 }
 
@@ -145,6 +111,15 @@ TEST(CApi, LoadDocumentSaysHowTheLoadWent) {
   Load malformed = LoadDocument(ctrl, "not a document");
   EXPECT_EQ(malformed.code, 1290800);
   EXPECT_EQ(malformed.annotated, "");
+  // InitializeViewer_v1 answers with the empty text all the same, and still writes both outputs.
+  char xml[] = "not a document";
+  char* doc = xml;
+  Owned annotated, groups;
+  QuillonBytes r = quillon_InitializeViewer_v1(ctrl, &doc, &annotated.p, &groups.p);
+  EXPECT_EQ(r.data, nullptr);
+  EXPECT_EQ(r.size, 0u);
+  EXPECT_NE(annotated.p, nullptr);
+  EXPECT_NE(groups.p, nullptr);
 
   std::string badVersion = Document(routes);
   badVersion.replace(badVersion.find("1.0</Version>"), 3, "2.0");

@@ -116,7 +116,10 @@ TEST_F(EncoderTest, EveryRecordKindUnderEveryFlagCombination) {
     if (quality) {
       EXPECT_EQ(log.v1[0].GetQuality(), 0.125);
       EXPECT_EQ(log.v3[0].GetQuality(), 0.25);
-      EXPECT_EQ(log.v6[0].GetQuality(), 0.5);  // a time has no quality; its status and stamp still line up
+      EXPECT_EQ(log.v6[0].GetQuality(), 0.5);
+      // A time has no quality: the double in its place is neither its quality nor its second.
+      EXPECT_EQ(log.vt[0].GetQuality(), 0.0);
+      EXPECT_EQ(log.vt[0].GetSecond(), 0.0);
     }
   }
 }

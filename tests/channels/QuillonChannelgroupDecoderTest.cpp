@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 
 #include "MessageBuilder.h"
 #include "RecordingReceivers.h"
@@ -74,48 +75,52 @@ TEST_F(DecoderTest, RotationIsReadColumnByColumn) {
   EXPECT_EQ(f(2, 2), 11.0);
 }
 
-TEST_F(DecoderTest, FlagsWithoutValuesCallNobody) {
-  RegisterExample();
-  for (std::uint16_t flags : {0x0000, 0x0002, 0x000C}) {
+// Which receivers the worked example reaches, by the receivers on channels 0, 1 and 2 of Arm1[2]
+// ('1', '3' or '6' for their kind, '-' for none) and one changed byte of the message. Receivers
+// of the same channels in another group or path hear nothing.
+TEST(Decoder, DeliversToTheReceiversOfItsOwnGroupUntilARecordDoesNotFit) {
+  const struct {
+    const char* receivers;
+    std::size_t at;  // 0: the flags; 31: the second record's type
+    unsigned char byte;
+    ErrorCode code;
+    std::vector<int> order;
+  } cases[] = {
+      {"136", 0, 0x00, 0, {}},
+      {"136", 0, 0x0C, 0, {}},
+      {"136", 0, 0x02, 0, {}},
+      {"1-6", 0, 0x0D, 0, {1, 3}},
+      {"116", 0, 0x0D, QUILLONCHANNELGROUPDECODER_DECODECHANNELGROUP_TYPEMISMATCH, {1}},
+      {"136", 31, 0, 0, {1}},
+      {"136", 31, 5, 0, {1}},
+      {"136", 31, 255, 0, {1}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.receivers << " byte " << c.at << " = " << int{c.byte});
+    ZrErrorHandler::Instance().Clear();
+    QuillonChannelgroupDecoder decoder;
+    Log log, others;
+    Recorder1D otherGroup{others};
+    Recorder3D otherPath{others};
+    ASSERT_EQ(decoder.Register("Arm1", 3, 0, &otherGroup), 0);
+    ASSERT_EQ(decoder.Register("Arm2", 2, 1, &otherPath), 0);
+    std::vector<std::unique_ptr<ZrValueDecodingCallbackInterface>> receivers;
+    for (std::uint32_t channel = 0; channel < 3; ++channel) {
+      const char kind = c.receivers[channel];
+      if (kind == '-') continue;
+      if (kind == '1') receivers.push_back(std::make_unique<Recorder1D>(log));
+      if (kind == '3') receivers.push_back(std::make_unique<Recorder3D>(log));
+      if (kind == '6') receivers.push_back(std::make_unique<Recorder6D>(log));
+      ASSERT_EQ(decoder.Register("Arm1", 2, channel, receivers.back().get()), 0);
+    }
     auto message = WorkedExample();
-    message[0] = static_cast<unsigned char>(flags);
-    EXPECT_EQ(Decode(message), 0) << flags;
-  }
-  EXPECT_TRUE(log.order.empty());
-}
-
-TEST_F(DecoderTest, ChannelWithoutReceiverIsSkipped) {
-  ASSERT_EQ(decoder.Register("Arm1", 2, 0, &r1), 0);
-  ASSERT_EQ(decoder.Register("Arm1", 2, 2, &r6), 0);
-  EXPECT_EQ(Decode(WorkedExample()), 0);
-  EXPECT_EQ(log.order, (std::vector<int>{1, 3}));
-}
-
-TEST_F(DecoderTest, OtherGroupOrPathIsNotDelivered) {
-  decoder.Register("Arm1", 3, 0, &r1);
-  decoder.Register("Arm2", 2, 1, &r3);
-  EXPECT_EQ(Decode(WorkedExample()), 0);
-  EXPECT_TRUE(log.order.empty());
-}
-
-TEST_F(DecoderTest, TypeMismatchStopsAfterEarlierChannels) {
-  Recorder1D second{log};
-  ASSERT_EQ(decoder.Register("Arm1", 2, 0, &r1), 0);
-  ASSERT_EQ(decoder.Register("Arm1", 2, 1, &second), 0);  // the message sends 3D there
-  ASSERT_EQ(decoder.Register("Arm1", 2, 2, &r6), 0);
-  EXPECT_EQ(Decode(WorkedExample()), QUILLONCHANNELGROUPDECODER_DECODECHANNELGROUP_TYPEMISMATCH);
-  EXPECT_EQ(log.order, (std::vector<int>{1}));
-  EXPECT_EQ(ZrErrorHandler::Instance().CodeAt(0), QUILLONCHANNELGROUPDECODER_DECODECHANNELGROUP_TYPEMISMATCH);
-}
-
-TEST_F(DecoderTest, UnknownTypeByteEndsTheMessageSilently) {
-  RegisterExample();
-  for (unsigned char type : {0, 5, 255}) {
-    log.order.clear();
-    auto message = WorkedExample();
-    message[31] = type;  // the second record
-    EXPECT_EQ(Decode(message), 0);
-    EXPECT_EQ(log.order, (std::vector<int>{1})) << int{type};
+    message[c.at] = c.byte;
+    EXPECT_EQ(decoder.DecodeChannelgroup(message.data(), message.size()), c.code);
+    EXPECT_EQ(log.order, c.order);
+    EXPECT_TRUE(others.order.empty());
+    if (c.code) {
+      EXPECT_EQ(ZrErrorHandler::Instance().CodeAt(0), c.code);
+    }
   }
 }
 
@@ -147,33 +152,6 @@ TEST_F(DecoderTest, FieldsNotCarriedKeepTheirLastValue) {
   EXPECT_EQ(log.v1[1].GetValue(), 2.0);
   EXPECT_EQ(log.v1[1].GetStatus(), 7);
   EXPECT_EQ(log.v1[1].GetTimestamp(), 99u);
-}
-
-TEST_F(DecoderTest, QualityExtensionWritesQuality) {
-  decoder.Register("g", 0, 0, &r1);
-  decoder.Register("g", 0, 1, &r3);
-  decoder.Register("g", 0, 2, &r6);
-  decoder.Register("g", 0, 3, &rt);
-  MessageBuilder m;
-  m.Header(0x001D, "g", 0, 4);
-  m.U8(1).F64(5.0).F64(0.25).U32(1).U32(2);
-  m.U8(2).F64(1).F64(2).F64(3).F64(0.5).U32(1).U32(2);
-  m.U8(3);
-  for (int i = 0; i < 12; ++i) m.F64(0);
-  m.F64(0.75).U32(1).U32(2);
-  m.U8(4).F64(9.0).F64(0.125).U32(1).U32(2);
-  ASSERT_EQ(Decode(m.bytes), 0);
-  ASSERT_EQ(log.order, (std::vector<int>{1, 2, 3, 4}));
-  EXPECT_EQ(log.v1[0].GetValue(), 5.0);
-  EXPECT_EQ(log.v1[0].GetQuality(), 0.25);
-  EXPECT_EQ(log.v1[0].GetStatus(), 1);
-  EXPECT_EQ(log.v3[0].GetQuality(), 0.5);
-  EXPECT_EQ(log.v3[0].Z(), 3.0);
-  EXPECT_EQ(log.v6[0].GetQuality(), 0.75);
-  EXPECT_EQ(log.vt[0].GetTime(), 9.0);
-  EXPECT_EQ(log.vt[0].GetSecond(), 0.0);  // a time's second double is its own, not a quality
-  EXPECT_EQ(log.vt[0].GetQuality(), 0.0);
-  EXPECT_EQ(log.vt[0].GetTimestamp(), 2u);
 }
 
 // Every cut of the worked example stops at the first incomplete field with the truncation
@@ -214,20 +192,16 @@ TEST_F(DecoderTest, ClearDropsEveryRegistration) {
   EXPECT_EQ(log.order.size(), 3u);
 }
 
-TEST_F(DecoderTest, ThresholdsReachTheReceivers) {
-  RegisterExample();
-  decoder.SetMeaningfulThreshold(0.5f);
-  decoder.SetNominalThreshold(0.25f);
-  EXPECT_EQ(log.meaningful, 0.5f);
-  EXPECT_EQ(log.nominal, 0.25f);
-}
-
-TEST_F(DecoderTest, ThresholdsSetBeforeRegistrationStillReachTheReceivers) {
+TEST_F(DecoderTest, ThresholdsReachTheReceiversWheneverTheyRegister) {
   decoder.SetMeaningfulThreshold(0.75f);
   EXPECT_NE(log.meaningful, 0.75f);
   RegisterExample();
   EXPECT_EQ(log.meaningful, 0.75f);
   EXPECT_NE(log.nominal, 0.75f);  // never set, so the receivers keep their own
+  decoder.SetMeaningfulThreshold(0.5f);
+  decoder.SetNominalThreshold(0.25f);
+  EXPECT_EQ(log.meaningful, 0.5f);
+  EXPECT_EQ(log.nominal, 0.25f);
 }
 
 }  // namespace

@@ -24,8 +24,6 @@ TEST(ZrValueTest, ConstructedValuesSayNoDataYet) {
   for (const ZrValue* v : std::initializer_list<const ZrValue*>{&v1, &v3, &v6, &vt}) {
     EXPECT_EQ(v->GetStatus(), 32767);
     EXPECT_EQ(v->GetTimestamp(), 0xFFFFFFFFu);
-    EXPECT_TRUE(v->IsKindOf(ZrValue::kClassId));
-    EXPECT_TRUE(v->IsKindOf(ZrAnyObject::kClassId));
   }
   EXPECT_TRUE(std::isnan(v1.GetValue()));
   EXPECT_EQ(v1.GetQuality(), kInf);
@@ -35,7 +33,6 @@ TEST(ZrValueTest, ConstructedValuesSayNoDataYet) {
   EXPECT_EQ(v6.GetQuality(), kInf);
   EXPECT_EQ(vt.GetQuality(), 0.0);
   EXPECT_EQ((std::vector<int>{v1.GetType(), v3.GetType(), v6.GetType(), vt.GetType()}), (std::vector<int>{1, 2, 3, 4}));
-  EXPECT_FALSE(v1.IsKindOf(ZrValue3D::kClassId));
 }
 
 TEST(ZrValueTest, ScalarViewAndAssignment) {
@@ -133,31 +130,17 @@ TEST(ZrValueTest, ThreeDAcceptsColumnsOfThreeOrFour) {
   EXPECT_EQ(v.W(), 1.0);
 }
 
-struct FrameCase {
-  const char* name;
-  double scale;  // the rotation block is diag(scale, 1, 1)
-  ErrorCode code;
-};
-
-class SixDFrameTest : public ::testing::TestWithParam<FrameCase> {};
-
-TEST_P(SixDFrameTest, DeterminantDecides) {
-  const FrameCase& c = GetParam();
-  ZrValue6D v;
-  const std::string text =
-      "value = [" + std::to_string(c.scale) + " 0 0 1; 0 1 0 2; 0 0 1 3; 0 0 0 1];\nquality = 1;\n";
-  EXPECT_EQ(v.ReadFrom(text, 0), c.code);
-}
-
-INSTANTIATE_TEST_SUITE_P(Determinants, SixDFrameTest,
-                         ::testing::Values(FrameCase{"Identity", 1.0, 0}, FrameCase{"Slightly", 1.05, 0},
-                                           FrameCase{"TooSmall", 0.85, ZRCOREVALUE6D_READFROM_NOTFRAME},
-                                           FrameCase{"Reflection", -1.0, ZRCOREVALUE6D_READFROM_NOTFRAME}),
-                         [](const auto& testInfo) { return std::string(testInfo.param.name); });
-
-TEST(ZrValueTest, SixDStoresTheNearestRotation) {
+TEST(ZrValueTest, SixDTakesFramesAndStoresTheNearestRotation) {
   ZrValue6D v;
   EXPECT_EQ(v.ReadFrom("value = [1 2 3];\nquality = 1;\n", 0), ZRCOREVALUE6D_READFROM_BADDIMENSION);
+  // The determinant of the rotation block diag(scale, 1, 1) decides.
+  for (const auto& [scale, code] :
+       {std::pair{1.0, ErrorCode{0}}, std::pair{1.05, ErrorCode{0}}, std::pair{0.85, ZRCOREVALUE6D_READFROM_NOTFRAME},
+        std::pair{-1.0, ZRCOREVALUE6D_READFROM_NOTFRAME}}) {
+    const std::string text =
+        "value = [" + std::to_string(scale) + " 0 0 1; 0 1 0 2; 0 0 1 3; 0 0 0 1];\nquality = 1;\n";
+    EXPECT_EQ(v.ReadFrom(text, 0), code) << scale;
+  }
   // A slightly sheared, slightly scaled rotation about z.
   ASSERT_EQ(v.ReadFrom("value = [0.02 -1.03 0 5; 1.01 0.01 0 6; 0 0 0.98 7; 0 0 0 1];\nquality = 1;\n", 0), 0);
   const FltMatrix& f = v.GetFrame();

@@ -3,16 +3,15 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "NavigationDoubles.h"
 #include "channels/IChannelgroupDecoder.h"
 #include "channels/ZrValueDecodingCallbackInterface.h"
 #include "control/ComponentParts.h"
 #include "core/ZrErrorHandler.h"
-#include "scenegraph/ICamera.h"
-#include "scenegraph/ISceneGraphImplementor.h"
 #include "ui/IViewportManipulator.h"
 #include "visualisation/IDocumentParser.h"
 #include "visualisation/IMappingRegistrar.h"
@@ -75,10 +74,10 @@ struct FakeMapping : ZrValueDecodingCallbackInterface {
 };
 
 struct FakeParser : IDocumentParser {
-  ErrorCode Parse(IMappingRegistrar& registrar, const std::string& xml, std::string* annotated,
+  ErrorCode Parse(IMappingRegistrar& registrar, std::string_view xml, std::string* annotated,
                   std::string* needed) override {
     seen = xml;
-    if (annotated) *annotated = "annotated:" + xml;
+    if (annotated) *annotated = "annotated:" + std::string(xml);
     if (needed) *needed = "[Arm1, 2]";
     for (int i = 0; i < mappingsToRegister; ++i)
       registrar.RegisterInDecoder("Arm1", 2, static_cast<std::uint32_t>(i), std::make_unique<FakeMapping>(deaths));
@@ -89,45 +88,6 @@ struct FakeParser : IDocumentParser {
   ErrorCode result = 0;
   int mappingsToRegister = 0;
   int* deaths = nullptr;
-};
-
-/// A camera that keeps what it is given, as the real one would.
-struct RecordingCamera : ICamera {
-  void setPosition(double x, double y, double z) override { position = {x, y, z}; }
-  void setOrientation(double x, double y, double z, double w) override { orientation = {x, y, z, w}; }
-  void setOrientationAxisAngle(double x, double y, double z, double a) override { axisAngle = {x, y, z, a}; }
-  void setNearDistance(double d) override { nearDistance = d; }
-  void setFarDistance(double d) override { farDistance = d; }
-  void setFocalDistance(double d) override { focalDistance = d; }
-  void setFieldOfView(double) override {}
-  void getPosition(double& x, double& y, double& z) const override {
-    x = position[0];
-    y = position[1];
-    z = position[2];
-  }
-  void getOrientation(double&, double&, double&, double&) const override {}
-  void getOrientationAxisAngle(double& x, double& y, double& z, double& a) const override {
-    x = axisAngle[0];
-    y = axisAngle[1];
-    z = axisAngle[2];
-    a = axisAngle[3];
-  }
-  void getNearDistance(double& d) const override { d = nearDistance; }
-  void getFarDistance(double& d) const override { d = farDistance; }
-  void getFocalDistance(double& d) const override { d = focalDistance; }
-  void getFieldOfView(double&) const override {}
-  void getViewToWorldMatrix(float[16]) const override {}
-  void zoom(double) override {}
-  void zoomToSphere(double x, double y, double z, double r) override { sphere = {x, y, z, r}; }
-  void rotateX(double) override {}
-  void rotateY(double) override {}
-  void rotateZ(double) override {}
-  void setAspectRatio(double) override {}
-  void getZoomFactor(double& f) const override { f = zoomFactor; }
-  void setZoomFactor(double f) override { zoomFactor = f; }
-
-  std::vector<double> position{0, 0, 0}, orientation{0, 0, 0, 1}, axisAngle{0, 0, 0, 0}, sphere;
-  double nearDistance = 0, farDistance = 0, focalDistance = 0, zoomFactor = 0;
 };
 
 struct MockManipulator : IViewportManipulator {
@@ -158,41 +118,7 @@ struct MockManipulator : IViewportManipulator {
   MOCK_METHOD(void, SetKeyState, (const IKeyState*), (override));
 };
 
-struct FakeSceneGraph : ISceneGraphImplementor {
-  void initialize() override {}
-  void terminate() override {}
-  ICamera& camera() override { return cam; }
-  ISGBuilder* sceneGraphBuilder() override { return nullptr; }
-  ISceneMappingBuilder* sceneMappingBuilder() override { return nullptr; }
-  IViewportManipulator* viewportManipulator() override { return manipulator; }
-  void attachToWindow(std::unique_ptr<IRenderArea>) override {}
-  void detachFromWindow() override {}
-  void setBackgroundColours(float r1, float g1, float b1, float r2, float g2, float b2) override {
-    background = {r1, g1, b1, r2, g2, b2};
-  }
-  void clearRegistries() override {}
-  void refresh(int) override { ++refreshes; }
-  void render() override {}
-  void boundingSphere(float& x, float& y, float& z, float& r) override {
-    x = 1;
-    y = 2;
-    z = 3;
-    r = 4;
-  }
-  IRenderArea* renderArea() override { return nullptr; }
-  bool setSwitchChoice(const std::string& name, int choice) override {
-    auto it = switches.find(name);
-    if (it == switches.end()) return false;
-    it->second = choice;
-    return true;
-  }
-  void setForegroundOverride(bool on, float r, float g, float b) override { foreground = {on ? 1.f : 0.f, r, g, b}; }
-
-  RecordingCamera cam;
-  IViewportManipulator* manipulator = nullptr;
-  std::vector<float> background, foreground;
-  std::map<std::string, int> switches;
-  int refreshes = 0;
-};
+/// The window tests' holder and camera, which keep what they are given.
+using FakeSceneGraph = test::TestHolder;
 
 }  // namespace quillon::testing

@@ -1,8 +1,20 @@
+// The viewer component and the control round it, on collaborators that record what they are asked,
+// and the catalogue of error texts that every component registers.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <regex>
+#include <string>
+#include <vector>
+
 #include "Fakes.h"
+#include "control/CQuillonCtrl.h"
+#include "control/ErrorCatalogue.h"
 #include "control/QuillonComponent.h"
 #include "core/ZrErrorHandler.h"
+#include "core/ZrErrorMap.h"
 
 namespace quillon {
 namespace {
@@ -31,13 +43,6 @@ struct ComponentTest : ::testing::Test {
   int deaths = 0;
   std::unique_ptr<QuillonComponent> component;
 };
-
-TEST(QuillonComponentStatic, VersionsAndMinimalSize) {
-  const std::pair<long, bool> versions[] = {{0, false}, {1, true}, {2, true}, {3, true}, {4, false}, {-1, false}};
-  for (auto [version, supported] : versions) EXPECT_EQ(QuillonComponent::SupportsVersion(version), supported);
-  EXPECT_EQ(QuillonComponent::GetMinimalWindowWidth(), 463);
-  EXPECT_EQ(QuillonComponent::GetMinimalWindowHeight(), 480);
-}
 
 TEST_F(ComponentTest, InitializeViewerReturnsEmptyTextEvenWhenTheDocumentFails) {
   std::string annotated, needed;
@@ -101,43 +106,41 @@ TEST_F(ComponentTest, MappingsDieWithTheComponent) {
   EXPECT_EQ(deaths, 3);
 }
 
-TEST_F(ComponentTest, CameraTextRoundTripWithTheDefaults) {
-  const QuillonComponent::CameraTexts defaults{"0.0 0.0 0.0", "0.0 1.0 0.0 0.0", "0.1", "10.0", "5.0", "1.0"};
-  EXPECT_TRUE(component->SetCameraPosition(defaults));
-  EXPECT_EQ(scene.cam.position, (std::vector<double>{0, 0, 0}));
-  EXPECT_EQ(scene.cam.axisAngle, (std::vector<double>{0, 1, 0, 0}));
-  EXPECT_DOUBLE_EQ(scene.cam.nearDistance, 100.0);
-  EXPECT_DOUBLE_EQ(scene.cam.farDistance, 10000.0);
-  EXPECT_DOUBLE_EQ(scene.cam.focalDistance, 5000.0);
-  EXPECT_DOUBLE_EQ(scene.cam.zoomFactor, 1.0);
-  EXPECT_EQ(scene.refreshes, 1);
-
-  QuillonComponent::CameraTexts out;
-  EXPECT_TRUE(component->GetCameraPosition(out));
-  EXPECT_EQ(out, (QuillonComponent::CameraTexts{"0.000 0.000 0.000", "0.000 1.000 0.000 0.000", "0.100", "10.000",
-                                                "5.000", "1.000"}));
-}
-
-TEST_F(ComponentTest, CameraTextScalesLengthsOnly) {
-  EXPECT_TRUE(component->SetCameraPosition({"1.5 -2 0.25", "1 0 0 0.5", "0.01", "2", "1.25", "2.5"}));
-  EXPECT_EQ(scene.cam.position, (std::vector<double>{1500, -2000, 250}));
-  EXPECT_EQ(scene.cam.axisAngle, (std::vector<double>{1, 0, 0, 0.5}));
-  EXPECT_DOUBLE_EQ(scene.cam.zoomFactor, 2.5);
-  QuillonComponent::CameraTexts out;
-  EXPECT_TRUE(component->GetCameraPosition(out));
-  EXPECT_EQ(out[0], "1.500 -2.000 0.250");
-  EXPECT_EQ(out[2], "0.010");
-  EXPECT_EQ(out[5], "2.500");
-}
-
-TEST_F(ComponentTest, CameraTextStopsAtTheFirstUnreadableString) {
-  EXPECT_FALSE(component->SetCameraPosition({"1 2 3", "0 1 0 1", "0.5", "far", "9", "9"}));
-  EXPECT_EQ(scene.cam.position, (std::vector<double>{1000, 2000, 3000}));
-  EXPECT_DOUBLE_EQ(scene.cam.nearDistance, 500.0);
-  EXPECT_DOUBLE_EQ(scene.cam.farDistance, 0.0);
-  EXPECT_DOUBLE_EQ(scene.cam.focalDistance, 0.0);
-  EXPECT_EQ(scene.refreshes, 0);
-
+// Lengths are metres in the texts and millimetres in the camera; the axis and angle and the zoom
+// pass as they are. The first string that does not read stops the rest, and nothing is redrawn.
+TEST_F(ComponentTest, CameraTextsConvertLengthsOnlyAndStopAtTheFirstUnreadableOne) {
+  using Texts = QuillonComponent::CameraTexts;
+  const struct {
+    Texts set;
+    std::array<double, 11> camera;  // position, axis and angle, near, far, focal distance, zoom
+    Texts get;                      // nothing when the texts are refused
+  } cases[] = {
+      {{"0.0 0.0 0.0", "0.0 1.0 0.0 0.0", "0.1", "10.0", "5.0", "1.0"},
+       {0, 0, 0, 0, 1, 0, 0, 100, 10000, 5000, 1},
+       {"0.000 0.000 0.000", "0.000 1.000 0.000 0.000", "0.100", "10.000", "5.000", "1.000"}},
+      {{"1.5 -2 0.25", "1 0 0 0.5", "0.01", "2", "1.25", "2.5"},
+       {1500, -2000, 250, 1, 0, 0, 0.5, 10, 2000, 1250, 2.5},
+       {"1.500 -2.000 0.250", "1.000 0.000 0.000 0.500", "0.010", "2.000", "1.250", "2.500"}},
+      // Stops at the far distance: the focal distance stays the camera's own 5.
+      {{"1 2 3", "0 1 0 1", "0.5", "far", "9", "9"}, {1000, 2000, 3000, 0, 1, 0, 1, 500, 0, 5, 0}, {}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.set[0]);
+    scene.cam = test::TestCamera{};
+    scene.refreshes = 0;
+    const bool accepted = !c.get[0].empty();
+    EXPECT_EQ(component->SetCameraPosition(c.set), accepted);
+    const test::TestCamera& cam = scene.cam;
+    const std::array<double, 11> camera = {cam.position.x,   cam.position.y,    cam.position.z,   cam.axisAngle[0],
+                                           cam.axisAngle[1], cam.axisAngle[2],  cam.axisAngle[3], cam.nearDistance,
+                                           cam.farDistance,  cam.focalDistance, cam.zoomFactor};
+    for (std::size_t i = 0; i < camera.size(); ++i) EXPECT_DOUBLE_EQ(camera[i], c.camera[i]) << i;
+    EXPECT_EQ(scene.refreshes, accepted ? 1 : 0);
+    if (!accepted) continue;
+    Texts out;
+    EXPECT_TRUE(component->GetCameraPosition(out));
+    EXPECT_EQ(out, c.get);
+  }
   EXPECT_FALSE(component->SetCameraPosition({"1 2", "0 1 0 1", "1", "1", "1", "1"}));
   EXPECT_FALSE(component->SetCameraPosition({"", "", "", "", "", ""}));
 }
@@ -155,7 +158,7 @@ TEST_F(ComponentTest, HideAndUnhideNodes) {
   EXPECT_EQ(scene.refreshes, 3);
 }
 
-TEST_F(ComponentTest, ColoursGoToTheSceneGraph) {
+TEST_F(ComponentTest, ColoursGoToTheSceneGraphAndThresholdsToTheDecoder) {
   component->SetBackgroundColour(1, 0, 0, 0, 0, 1);
   EXPECT_EQ(scene.background, (std::vector<float>{1, 0, 0, 0, 0, 1}));
   component->SetForegroundColour(0.5, 0.25, 1.0);
@@ -163,15 +166,13 @@ TEST_F(ComponentTest, ColoursGoToTheSceneGraph) {
   component->RemoveForegroundColour();
   EXPECT_EQ(scene.foreground, (std::vector<float>{0, 0, 0, 0}));
   EXPECT_EQ(scene.refreshes, 2);
-}
-
-TEST_F(ComponentTest, ThresholdsReachTheDecoder) {
   component->SetMeaningfulThreshold(50.0f);
   component->SetNominalThreshold(2.5f);
   EXPECT_EQ(decoder->meaningful, 50.0f);
   EXPECT_EQ(decoder->nominal, 2.5f);
 }
 
+// The host's mode byte picks the manipulator's mode; bytes past the three modes change nothing.
 TEST_F(ComponentTest, NavigationSettingsGoToTheManipulator) {
   ::testing::InSequence order;
   EXPECT_CALL(manipulator, SetMode(IViewportManipulator::MODE_ZOOM));
@@ -192,12 +193,12 @@ TEST_F(ComponentTest, NavigationSettingsGoToTheManipulator) {
   component->DisableMouseNavigation();
   component->EnableMouseNavigation();
   component->ViewAll();
-}
 
-TEST_F(ComponentTest, ViewAllWithoutNavigationFitsTheCamera) {
-  scene.manipulator = nullptr;
+  scene.manipulator = nullptr;  // without navigation, view all fits the camera itself
   component->ViewAll();
-  EXPECT_EQ(scene.cam.sphere, (std::vector<double>{1, 2, 3, 4}));
+  const test::TestCamera& cam = scene.cam;
+  EXPECT_EQ((std::array{cam.sphereCentre.x, cam.sphereCentre.y, cam.sphereCentre.z, cam.sphereRadius}),
+            (std::array<double, 4>{1, 2, 3, 4}));
 }
 
 TEST(QuillonComponentAlone, WorksWithoutAnyCollaborator) {
@@ -213,6 +214,128 @@ TEST(QuillonComponentAlone, WorksWithoutAnyCollaborator) {
   EXPECT_TRUE(component.GetCameraPosition(texts));
   component.SetViewportManipulationMode(1);
   component.ViewAll();
+}
+
+struct ControlTest : ::testing::Test {
+  ControlTest() {
+    auto d = std::make_unique<FakeDecoder>();
+    decoder = d.get();
+    control = std::make_unique<CQuillonCtrl>(ComponentParts{std::move(d), std::make_unique<FakeParser>(), &scene, {}});
+  }
+  std::string text(QuillonBytes bytes) {
+    std::string s(reinterpret_cast<char*>(bytes.data), bytes.size);
+    std::free(bytes.data);
+    return s;
+  }
+
+  FakeDecoder* decoder;
+  FakeSceneGraph scene;
+  std::unique_ptr<CQuillonCtrl> control;
+};
+
+// The buffer grows but never shrinks; without bytes the previous message is decoded again.
+TEST_F(ControlTest, ChannelBufferGrowsAndKeepsTheLastMessage) {
+  control->SendChannels_v1(nullptr, 0);  // at first the buffer holds 100 zero bytes
+  EXPECT_EQ(decoder->decoded.back(), std::vector<unsigned char>(100, 0));
+  EXPECT_EQ(control->channelBufferSize(), 100u);
+  std::vector<unsigned char> big(150, 7), small(20, 9);
+
+  EXPECT_EQ(text(control->SendChannels_v1(big.data(), 150)), "");
+  EXPECT_EQ(control->channelBufferSize(), 150u);
+  EXPECT_EQ(decoder->decoded.back(), big);
+
+  EXPECT_EQ(text(control->SendChannels_v1(small.data(), 20)), "");
+  EXPECT_EQ(control->channelBufferSize(), 150u);
+  EXPECT_EQ(decoder->decoded.back(), small);
+
+  std::vector<unsigned char> message{1, 2, 3, 4};
+  control->SendChannels_v1(message.data(), 4);
+  control->SendChannels_v1(nullptr, 300);  // grows, copies nothing
+  EXPECT_EQ(control->channelBufferSize(), 300u);
+  EXPECT_EQ(decoder->decoded.back(), message);
+  control->SendChannels_v1(message.data(), 0);  // an empty array copies nothing either
+  EXPECT_EQ(decoder->decoded.back(), message);
+}
+
+TEST_F(ControlTest, AbsurdCountsAreRefusedWithAnError) {
+  for (long count : {-1L, -100000L, CQuillonCtrl::kMaxMessageBytes + 1, 1L << 30}) {
+    const std::string result = text(control->SendChannels_v1(nullptr, count));
+    EXPECT_EQ(result.rfind("1290304\xA7", 0), 0u) << count;
+    EXPECT_NE(result.find("\xA7"
+                          "1290302\xA7"),
+              std::string::npos)
+        << count;
+  }
+  EXPECT_EQ(control->channelBufferSize(), 100u);
+  EXPECT_TRUE(decoder->decoded.empty());
+}
+
+TEST_F(ControlTest, InitializeViewerWritesBothOutputsBack) {
+  char xml[] = "<Visualisation/>";
+  char* document = xml;
+  char old[] = "old";
+  char* annotated = old;
+  char* needed = nullptr;
+  QuillonBytes result = control->InitializeViewer_v1(&document, &annotated, &needed);
+  EXPECT_EQ(result.data, nullptr);
+  EXPECT_EQ(result.size, 0u);
+  ASSERT_NE(annotated, old);
+  EXPECT_STREQ(annotated, "annotated:<Visualisation/>");
+  EXPECT_STREQ(needed, "[Arm1, 2]");
+  std::free(annotated);
+  std::free(needed);
+
+  // Null arguments are empty strings, and nothing is written through a null pointer.
+  result = control->InitializeViewer_v1(nullptr, nullptr, nullptr);
+  EXPECT_EQ(result.data, nullptr);
+}
+
+TEST_F(ControlTest, SetCameraPositionFillsInAndWritesBackTheDefaults) {
+  char* position = nullptr;
+  char* texts[6] = {};
+  char near[] = "0.2";
+  texts[2] = near;
+  char** args[6] = {&position, &texts[1], &texts[2], &texts[3], &texts[4], nullptr};
+  EXPECT_EQ(control->SetCameraPosition_v1(args), 1);
+  EXPECT_STREQ(position, "0.0 0.0 0.0");
+  EXPECT_STREQ(texts[1], "0.0 1.0 0.0 0.0");
+  EXPECT_STREQ(texts[2], "0.2");
+  EXPECT_STREQ(texts[3], "10.0");
+  EXPECT_STREQ(texts[4], "5.0");
+  EXPECT_DOUBLE_EQ(scene.cam.nearDistance, 200.0);
+  EXPECT_DOUBLE_EQ(scene.cam.zoomFactor, 1.0);
+  std::free(position);
+  for (int i : {1, 2, 3, 4}) std::free(texts[i]);
+}
+
+TEST_F(ControlTest, NodeNamesMayBeNull) {
+  scene.switches["Base"] = 0;
+  EXPECT_EQ(control->HideNode_v1(nullptr), 0);
+  char name[] = "Base";
+  char* p = name;
+  EXPECT_EQ(control->HideNode_v1(&p), 1);
+  EXPECT_EQ(control->UnhideNode_v1(&p), 1);
+}
+
+// A component made of no parts at all still reports the codes of every layer with their texts:
+// it registers the catalogue itself. Every message ends with its symbolic name in parentheses,
+// and no code is registered twice.
+TEST(ErrorCatalogue, AComponentKnowsEveryLayersCodesWordForWord) {
+  QuillonComponent component{ComponentParts{}};
+  EXPECT_EQ(ZrErrorMap::GetMessage(1290302),
+            "QuillonComponent::ConvertErrorTreeForCOM() Error  \n\t (QUILLONCOMPONENT_CONVERTERRORTREEFORCOM)");
+  const std::regex name(R"(\([A-Z0-9_]+\)$)");
+  std::size_t total = 0;
+  for (auto table : ErrorCatalogue()) {
+    for (const ErrorDefinition& e : table) {
+      ++total;
+      EXPECT_TRUE(std::regex_search(std::string(e.message), name)) << e.code << ": " << e.message;
+      EXPECT_EQ(ZrErrorMap::GetMessage(e.code), e.message) << e.code;
+    }
+  }
+  EXPECT_EQ(ZrErrorMap::Size(), total);
+  RegisterErrorCatalogue();
+  EXPECT_EQ(ZrErrorMap::Size(), total);
 }
 
 }  // namespace

@@ -65,9 +65,9 @@ ZrValue1D Value1D(double v, double quality) {
   return value;
 }
 
-ZrValue3D Value3D(double x, double y, double z, double quality) {
+ZrValue3D Value3D(double x, double quality) {
   ZrValue3D value;
-  value.SetPosition(x, y, z);
+  value.SetPosition(x, 0, 0);
   value.SetQuality(quality);
   return value;
 }
@@ -80,18 +80,6 @@ FltMatrix Rows(std::initializer_list<std::array<double, 3>> rows) {
     ++r;
   }
   return m;
-}
-
-TEST(SceneMapping, ThresholdsStartAtNominalZeroAndMeaningfulHundred) {
-  auto colour = MakeRef<Colour>();
-  ZrSceneMapping1DSFColor mapping(colour, 1.0f, Rows({{1, 1, 1}}), Rows({{0, 0, 0}}));
-  EXPECT_EQ(mapping.GetNominalThreshold(), 0.0f);
-  EXPECT_EQ(mapping.GetMeaningfulThreshold(), 100.0f);
-  ZrValueDecodingCallbackInterface& receiver = mapping;  // as the decoder sees it
-  receiver.SetMeaningfulThreshold(5.0f);
-  receiver.SetNominalThreshold(1.0f);
-  EXPECT_EQ(mapping.GetMeaningfulThreshold(), 5.0f);
-  EXPECT_EQ(mapping.GetNominalThreshold(), 1.0f);
 }
 
 TEST(SceneMapping1D, ColourPicksTheEntryOfTheScaledValue) {
@@ -122,20 +110,17 @@ TEST(SceneMapping1D, ColourPicksTheEntryOfTheScaledValue) {
     mapping.ValueDecoded(&value);
     EXPECT_EQ(colour->last, c.expected) << c.value << " q " << c.quality;
   }
-}
-
-TEST(SceneMapping1D, OneEntryMapAndMissingMaps) {
+  // A one-entry map gives its colour for every value; without an invalid colour nothing is
+  // written for a bad one.
   auto colour = MakeRef<Colour>();
   ZrSceneMapping1DSFColor single(colour, 1.0f, Rows({{0.3, 0.6, 0.9}}), FltMatrix());
-  for (double v : {-1.0, 0.0, 0.5, 1.0, 1e300}) {
-    ZrValue1D value = Value1D(v, 0);
-    single.ValueDecoded(&value);
-    EXPECT_EQ(colour->last, (std::vector<float>{0.3f, 0.6f, 0.9f}));
+  for (ZrValue1D v : {Value1D(-1, 0), Value1D(0.5, 0), Value1D(1e300, 0), Value1D(0.5, kInf)}) {
+    colour->last.clear();
+    single.ValueDecoded(&v);
+    const std::vector<float> expected =
+        std::isinf(v.GetQuality()) ? std::vector<float>() : std::vector<float>{0.3f, 0.6f, 0.9f};
+    EXPECT_EQ(colour->last, expected);
   }
-  ZrValue1D bad = Value1D(0.5, kInf);
-  colour->calls = 0;
-  single.ValueDecoded(&bad);  // no invalid colour: nothing is written
-  EXPECT_EQ(colour->calls, 0);
 }
 
 TEST(SceneMapping1D, IntegerRoundsHalvesAwayFromZero) {
@@ -184,7 +169,7 @@ struct Freeze3D {
     mapping.SetMeaningfulThreshold(10.0f);
   }
   void Send(double x, double quality) {
-    ZrValue3D v = Value3D(x, 0, 0, quality);
+    ZrValue3D v = Value3D(x, quality);
     mapping.ValueDecoded(&v);
   }
   Ref<Translation> translation = MakeRef<Translation>();
@@ -241,23 +226,7 @@ TEST(SceneMapping3D, FreezeTellsObserversOfStatesOneAndTwo) {
   EXPECT_EQ(watcher.mapping.GetNotNominalCount(), 0u);
 }
 
-TEST(SceneMapping3D, ChildOfABadParentFreezesAndOfAnOrangeOneTurnsOrange) {
-  Freeze3D parent, child;
-  parent.mapping.AddObserver(&child.mapping);
-  parent.Send(1, 50);
-  child.Send(1, 0);
-  EXPECT_EQ(child.material->shown, "red");
-  EXPECT_EQ(child.translation->calls, 0);  // frozen before it ever moved
-  parent.Send(1, 5);
-  child.Send(3, 0);
-  EXPECT_EQ(child.material->shown, "orange");
-  EXPECT_EQ(child.translation->last, (std::vector<float>{6, 0, 0}));
-  parent.Send(1, 0);
-  child.Send(1, 0);
-  EXPECT_EQ(child.material->shown, "green");
-}
-
-TEST(SceneMapping3D, CountsReachDownAChainThroughEachLink) {
+TEST(SceneMapping3D, ABadLinkFreezesEverythingBelowAndAnOrangeOneTurnsItOrange) {
   Freeze3D top, middle, bottom;
   top.mapping.AddObserver(&middle.mapping);
   middle.mapping.AddObserver(&bottom.mapping);
@@ -267,10 +236,12 @@ TEST(SceneMapping3D, CountsReachDownAChainThroughEachLink) {
   EXPECT_EQ(bottom.mapping.GetNotNominalCount(), 1u);
   bottom.Send(2, 0);
   EXPECT_EQ(bottom.material->shown, "red");
+  EXPECT_EQ(bottom.translation->calls, 0);  // frozen before it ever moved
   top.Send(1, 0);
   bottom.Send(3, 0);
   EXPECT_EQ(bottom.mapping.GetNotMeaningfulCount(), 0u);
-  EXPECT_EQ(bottom.material->shown, "orange");
+  EXPECT_EQ(bottom.material->shown, "orange");  // its own value is good, but the middle is only meaningful
+  EXPECT_EQ(bottom.translation->last, (std::vector<float>{6, 0, 0}));
   middle.Send(1, 0);
   bottom.Send(4, 0);
   EXPECT_EQ(bottom.material->shown, "green");
@@ -285,7 +256,7 @@ TEST(SceneMapping3D, HideHidesOncePerBadRunAndTellsOnlyOfStateOne) {
   Freeze3D child;
   mapping.AddObserver(&child.mapping);
   for (double q : {0.0, 50.0, 60.0, 5.0, 70.0, 0.0}) {
-    ZrValue3D v = Value3D(q, 0, 0, q);
+    ZrValue3D v = Value3D(q, q);
     mapping.ValueDecoded(&v);
     if (q == 5.0) {
       EXPECT_EQ(child.mapping.GetNotNominalCount(), 1u);
@@ -345,7 +316,7 @@ TEST(SceneMapping6D, FreezeAndHideFollowTheirOwnValueOnly) {
 }
 
 // A mapping keeps its properties alive through its own references, and lets them go with itself.
-TEST(SceneMapping, HoldsItsPropertiesForItsWholeLife) {
+TEST(SceneMapping, HoldsItsPropertiesAndLinksForItsWholeLife) {
   struct Watched final : ITranslationProperty {
     explicit Watched(bool& flag) : alive(flag) { alive = true; }
     ~Watched() override { alive = false; }
@@ -360,13 +331,12 @@ TEST(SceneMapping, HoldsItsPropertiesForItsWholeLife) {
     return m;
   }();
   EXPECT_TRUE(translationAlive);
-  ZrValue3D v = Value3D(1, 0, 0, 0);
+  ZrValue3D v = Value3D(1, 0);
   mapping->ValueDecoded(&v);  // writes through both properties
   mapping.reset();
   EXPECT_FALSE(translationAlive);
-}
 
-TEST(SceneMapping, LinksAreUndoneWhicheverSideGoesFirst) {
+  // Links between mappings are undone whichever side goes first.
   auto parent = std::make_unique<Freeze3D>();
   auto child = std::make_unique<Freeze3D>();
   parent->mapping.AddObserver(&child->mapping);

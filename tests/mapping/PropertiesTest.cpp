@@ -35,7 +35,7 @@ bool Blends(const osg::StateSet& s) {
          s.getRenderingHint() == osg::StateSet::TRANSPARENT_BIN;
 }
 
-TEST(MaterialProperties, ColoursReachBothFacesAndKeepTheAlpha) {
+TEST(MaterialProperties, ColoursReachBothFacesAndNumbersScaleAsTheFieldsDefine) {
   osg::ref_ptr<osg::Material> m = new osg::Material;
   m->setAlpha(osg::Material::FRONT_AND_BACK, 0.4f);
   MakeRef<osgDiffuseColorProperty>(m.get())->SetColor(0.1f, 0.2f, 0.3f);
@@ -47,10 +47,9 @@ TEST(MaterialProperties, ColoursReachBothFacesAndKeepTheAlpha) {
     EXPECT_EQ(m->getSpecular(face), osg::Vec4(0.7f, 0.8f, 0.9f, 0.4f));
   }
   EXPECT_EQ(m->getDataVariance(), osg::Object::DYNAMIC);
-}
 
-TEST(MaterialProperties, NumbersScaleAsTheFieldsDefine) {
-  osg::ref_ptr<osg::Material> m = new osg::Material;
+  // Numbers scale as the fields define them.
+  m = new osg::Material;
   m->setDiffuse(osg::Material::FRONT_AND_BACK, osg::Vec4(0.5f, 0.6f, 0.8f, 1.0f));
   auto shininess = MakeRef<osgShininessFloatProperty>(m.get());
   shininess->SetValue(1.0f);
@@ -74,6 +73,8 @@ TEST(MaterialProperties, TransparencyKeepsBlendingRightBothWays) {
   EXPECT_FLOAT_EQ(m->getDiffuse(osg::Material::FRONT).a(), 0.75f);
   EXPECT_FLOAT_EQ(m->getDiffuse(osg::Material::BACK).a(), 0.75f);
   ASSERT_TRUE(Blends(*stateSet));
+  // Through a transparent surface the back faces show, even those of closed primitives below.
+  EXPECT_EQ(stateSet->getMode(GL_CULL_FACE), osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
   auto* blend = dynamic_cast<osg::BlendFunc*>(stateSet->getAttribute(osg::StateAttribute::BLENDFUNC));
   ASSERT_NE(blend, nullptr);
   EXPECT_EQ(blend->getDestinationAlpha(), static_cast<GLenum>(GL_ONE_MINUS_SRC_ALPHA));
@@ -84,6 +85,7 @@ TEST(MaterialProperties, TransparencyKeepsBlendingRightBothWays) {
   EXPECT_FALSE(stateSet->getAttribute(osg::StateAttribute::BLENDFUNC));
   EXPECT_EQ(stateSet->getMode(GL_BLEND), osg::StateAttribute::INHERIT);
   EXPECT_EQ(stateSet->getRenderingHint(), osg::StateSet::DEFAULT_BIN);
+  EXPECT_EQ(stateSet->getMode(GL_CULL_FACE), osg::StateAttribute::OFF);
 
   transparency->SetValue(7.0f);  // an opacity below 0 is clamped
   EXPECT_FLOAT_EQ(m->getDiffuse(osg::Material::FRONT).a(), 0.0f);
@@ -161,7 +163,7 @@ TEST(SwitchProperties, ChoiceShowsOneChildOrNone) {
   EXPECT_EQ(Shown(*single), (std::vector<bool>{true, false, false}));
 }
 
-TEST(TransformProperties, TranslationIsInMetresAndKeepsTheOtherParts) {
+TEST(TransformProperties, TranslationIsInMetresAndRotationTakesTheValuesMatrix) {
   osg::ref_ptr<TrafoTransform> transform = new TrafoTransform;
   Trafo trafo;
   trafo.setCenter(osg::Vec3d(5, 0, 0));
@@ -176,16 +178,14 @@ TEST(TransformProperties, TranslationIsInMetresAndKeepsTheOtherParts) {
   // The centre (5, 0, 0) stays where it is under the rotation; the translation adds to it.
   const osg::Vec3d centre = osg::Vec3d(5, 0, 0) * transform->getMatrix();
   EXPECT_NEAR((centre - osg::Vec3d(6, 0, 2)).length(), 0.0, 1e-5);
-}
 
-TEST(TransformProperties, RotationTakesTheValuesMatrix) {
-  osg::ref_ptr<TrafoTransform> transform = new TrafoTransform;
-  Trafo trafo;
-  trafo.setTranslation(osg::Vec3d(10, 0, 0));
-  transform->setTrafo(trafo);
   // A quarter turn about z, column-vector convention: x goes to y.
-  MakeRef<osgRotationProperty>(transform.get())->SetRotation({0, -1, 0, 1, 0, 0, 0, 0, 1});
-  const osg::Vec3d p = osg::Vec3d(1, 0, 0) * transform->getMatrix();
+  osg::ref_ptr<TrafoTransform> turned = new TrafoTransform;
+  trafo = Trafo();
+  trafo.setTranslation(osg::Vec3d(10, 0, 0));
+  turned->setTrafo(trafo);
+  MakeRef<osgRotationProperty>(turned.get())->SetRotation({0, -1, 0, 1, 0, 0, 0, 0, 1});
+  const osg::Vec3d p = osg::Vec3d(1, 0, 0) * turned->getMatrix();
   EXPECT_NEAR((p - osg::Vec3d(10, 1, 0)).length(), 0.0, 1e-6);
 }
 

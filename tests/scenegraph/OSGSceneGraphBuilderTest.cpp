@@ -1,16 +1,24 @@
+// Scenes built from VRML documents: the nodes, sizes and materials they get, the values OpenGL
+// would refuse or choke on kept out of them, and the holder that swaps them.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <osg/BlendFunc>
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geode>
 #include <osg/LightModel>
 #include <osg/Material>
+#include <osg/NodeVisitor>
 #include <osg/Switch>
 #include <string>
 
+#include "scenegraph/FaceCulling.h"
+#include "scenegraph/IRenderArea.h"
+#include "scenegraph/ISGBuilder.h"
 #include "scenegraph/OSGSceneGraph.h"
 #include "scenegraph/OSGSceneGraphBuilder.h"
 #include "scenegraph/TrafoTransform.h"
+#include "scenegraph/osgFakeCamera.h"
 #include "vrml/Nodes.h"
 
 namespace quillon {
@@ -35,6 +43,8 @@ struct Built {
     return entry ? dynamic_cast<T*>(entry->object.get()) : nullptr;
   }
 };
+
+osg::ref_ptr<osg::Group> Build(const std::string& body) { return Built(body).root; }
 
 osg::BoundingBox BoxOf(osg::Node& node) {
   osg::ComputeBoundsVisitor visitor;
@@ -118,6 +128,95 @@ TEST(OSGSceneGraphBuilder, PrimitivesHaveTheirVrmlSizes) {
       EXPECT_NEAR(box._min[i], e.min[i], 0.01f);
       EXPECT_NEAR(box._max[i], e.max[i], 0.01f);
     }
+  }
+}
+
+// Whether a shape's back faces are culled in a frame where the eye is well outside it: it
+// carries the closed-shape callback, and no state on its way down (its own included) forces
+// both sides over what the callback pushes below it.
+bool CullsFromOutside(const osg::Geode& shape) {
+  if (!dynamic_cast<const ClosedShapeCulling*>(shape.getCullCallback())) return false;
+  osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
+  const osg::NodePathList paths = shape.getParentalNodePaths();
+  for (const osg::Node* node : paths.at(0))
+    if (node->getStateSet()) state->merge(*node->getStateSet());
+  osg::ref_ptr<osg::StateSet> pushed = new osg::StateSet;
+  pushed->setMode(GL_CULL_FACE, osg::StateAttribute::ON);
+  state->merge(*pushed);
+  return (state->getMode(GL_CULL_FACE) & osg::StateAttribute::ON) != 0;
+}
+
+TEST(OSGSceneGraphBuilder, OnlyOpaqueClosedPrimitivesCullTheirBackFaces) {
+  const std::string opaque = "appearance Appearance { material Material { diffuseColor 1 1 1 } } ";
+  const std::string glass = "appearance Appearance { material Material { transparency 0.5 } } ";
+  const std::string face =
+      "geometry IndexedFaceSet { coord Coordinate { point [0 0 0, 1 0 0, 0 1 0] } coordIndex [0 1 2] }";
+  struct Case {
+    std::string scene;
+    bool culls;
+  } cases[] = {
+      {"DEF X Shape { " + opaque + "geometry Sphere { radius 1 } }", true},
+      {"DEF X Shape { geometry Box { size 1 1 1 } }", true},
+      {"DEF X Shape { " + opaque + "geometry Cone { height 2 } }", true},
+      {"DEF X Shape { " + opaque + "geometry Cylinder { height 2 } }", true},
+      // Open primitives and face sets show their inside.
+      {"DEF X Shape { " + opaque + "geometry Cone { bottom FALSE } }", false},
+      {"DEF X Shape { " + opaque + "geometry Cylinder { top FALSE } }", false},
+      {"DEF X Shape { " + opaque + face + " }", false},
+      // The far side shows through a transparent surface.
+      {"DEF X Shape { " + glass + "geometry Sphere { radius 1 } }", false},
+      // A mirror or a flattening scale turns the outside round, even further up the tree.
+      {"Transform { scale 2 1 1 children [ DEF X Shape { geometry Box { size 1 1 1 } } ] }", true},
+      {"Transform { scale -1 1 1 children [ DEF X Shape { geometry Box { size 1 1 1 } } ] }", false},
+      {"Transform { scale 1 0 1 children [ DEF X Shape { geometry Box { size 1 1 1 } } ] }", false},
+      {"Transform { scale -1 -1 1 children [ DEF X Shape { geometry Box { size 1 1 1 } } ] }", true},
+      {"Transform { scale 1 1 -1 children [ Group { children [ DEF X Shape { geometry Sphere { radius 1 } } ] } ] }",
+       false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.scene);
+    Built b(c.scene);
+    const auto* shape = b.named<osg::Geode>("X");
+    ASSERT_TRUE(shape && shape->getNumDrawables() == 1);
+    EXPECT_EQ(CullsFromOutside(*shape), c.culls);
+  }
+
+  // Spheres of one radius share their tessellation, culling and all, whatever their appearance.
+  Built twins("DEF X Shape { " + glass + "geometry Sphere { radius 1 } } DEF Y Shape { " + opaque +
+              "geometry Sphere { radius 1 } }");
+  EXPECT_EQ(OnlyGeometry(twins.named<osg::Geode>("X")), OnlyGeometry(twins.named<osg::Geode>("Y")));
+  EXPECT_FALSE(CullsFromOutside(*twins.named<osg::Geode>("X")));
+  EXPECT_TRUE(CullsFromOutside(*twins.named<osg::Geode>("Y")));
+}
+
+// Culling changes no pixel only while the whole shape lies beyond the near plane: from inside,
+// or with its front clipped away, the back faces are what shows.
+TEST(ClosedShapeCulling, OnlyWhereTheEyeIsClearOfTheShape) {
+  const osg::Matrixd perspective = osg::Matrixd::perspective(30, 1, 10, 1e5);
+  const double nan = std::nan("");
+  struct Case {
+    const char* what;
+    osg::BoundingSphere bound;
+    osg::Matrixd modelView, projection;
+    bool clear;
+  } cases[] = {
+      {"far ahead", {{0, 0, -1000}, 100}, {}, perspective, true},
+      {"behind the eye, far", {{0, 0, 1000}, 100}, {}, perspective, true},
+      {"around the eye", {{0, 0, -50}, 100}, {}, perspective, false},
+      {"front within the near distance", {{0, 0, -105}, 100}, {}, perspective, false},
+      // The bound grows by the model view's Frobenius norm: √3 for a rotation.
+      {"front beyond the near distance", {{0, 0, -200}, 100}, {}, perspective, true},
+      {"moved away by the model view", {{0, 0, 0}, 100}, osg::Matrixd::translate(0, 0, -500), perspective, true},
+      // A shape scaled by 5 is 45 across in eye space; its bound is taken larger, never smaller.
+      {"scaled up to the eye", {{0, 0, -10}, 9}, osg::Matrixd::scale(5, 5, 5), perspective, false},
+      {"scaled, still clear", {{0, 0, -40}, 10}, osg::Matrixd::scale(3, 3, 3), perspective, true},
+      {"orthographic", {{0, 0, -1000}, 100}, {}, osg::Matrixd::ortho(-1, 1, -1, 1, 1, 100), false},
+      {"not a number", {{0, 0, -1000}, 100}, osg::Matrixd::translate(nan, 0, 0), perspective, false},
+      {"no bound", {}, {}, perspective, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    EXPECT_EQ(EyeIsClearOf(c.bound, c.modelView, c.projection), c.clear);
   }
 }
 
@@ -290,6 +389,163 @@ TEST(OSGSceneGraphBuilder, RegistriesSwitchAndRecolourByName) {
   EXPECT_EQ(shown->getDiffuse(osg::Material::FRONT), osg::Vec4(0, 1, 0, 0.75f));
   b.registry.setForegroundOverride(false, 0, 0, 0);
   EXPECT_EQ(state->getAttribute(osg::StateAttribute::MATERIAL), original);
+}
+
+// Documents whose values OpenGL would refuse or choke on: the built scene holds only values
+// that it accepts, while the trafo keeps what the document said.
+
+// Every vertex of every geometry below a node, in local coordinates.
+struct Vertices : osg::NodeVisitor {
+  Vertices() : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+  void apply(osg::Geometry& g) override {
+    if (const auto* v = dynamic_cast<const osg::Vec3Array*>(g.getVertexArray()))
+      all.insert(all.end(), v->begin(), v->end());
+  }
+  std::vector<osg::Vec3> all;
+};
+
+bool Finite(const osg::Vec4& v) {
+  return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z()) && std::isfinite(v.w());
+}
+
+TEST(GlSafeValues, MaterialValuesAreBoundedWhereTheyReachTheRuntime) {
+  struct Case {
+    const char* name;
+    const char* fields;
+    float exponent;
+    float alpha;
+    bool blends;
+    osg::Vec4 diffuse;
+  } cases[] = {
+      {"NegativeShininess", "shininess -3", 0.0f, 1.0f, false, {0.8f, 0.8f, 0.8f, 1.0f}},
+      {"HugeShininess", "shininess 5", 128.0f, 1.0f, false, {0.8f, 0.8f, 0.8f, 1.0f}},
+      {"ShininessNaN", "shininess nan", 0.0f, 1.0f, false, {0.8f, 0.8f, 0.8f, 1.0f}},
+      {"NegativeTransparency", "transparency -1", 25.6f, 1.0f, false, {0.8f, 0.8f, 0.8f, 1.0f}},
+      {"TransparencyAboveOne", "transparency 2", 25.6f, 0.0f, true, {0.8f, 0.8f, 0.8f, 0.0f}},
+      {"TransparencyNaN", "transparency nan", 25.6f, 1.0f, false, {0.8f, 0.8f, 0.8f, 1.0f}},
+      {"ColourNotFinite", "diffuseColor nan 0.5 inf ambientIntensity nan", 25.6f, 1.0f, false, {0, 0.5f, 0, 1}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    auto root = Build(std::string("Shape { appearance Appearance { material Material { ") + c.fields +
+                      " } } geometry Box { size 2 2 2 } }");
+    ASSERT_TRUE(root);
+    osg::StateSet* stateSet = root->getChild(0)->getStateSet();
+    ASSERT_TRUE(stateSet);
+    const auto* m = dynamic_cast<const osg::Material*>(stateSet->getAttribute(osg::StateAttribute::MATERIAL));
+    ASSERT_TRUE(m);
+    EXPECT_FLOAT_EQ(m->getShininess(osg::Material::FRONT), c.exponent);
+    EXPECT_FLOAT_EQ(m->getShininess(osg::Material::BACK), c.exponent);
+    EXPECT_EQ(m->getDiffuse(osg::Material::BACK), c.diffuse);
+    EXPECT_FLOAT_EQ(m->getAmbient(osg::Material::FRONT).a(), c.alpha);
+    for (const osg::Vec4& colour : {m->getAmbient(osg::Material::FRONT), m->getEmission(osg::Material::FRONT),
+                                    m->getSpecular(osg::Material::FRONT)})
+      EXPECT_TRUE(Finite(colour));
+    EXPECT_EQ(stateSet->getAttribute(osg::StateAttribute::BLENDFUNC) != nullptr, c.blends);
+  }
+}
+
+TEST(GlSafeValues, PrimitiveSizesAndFaceSetPointsStayFinite) {
+  // 3e38 metres is a float, but not once it is millimetres.
+  auto root = Build(
+      "Shape { geometry Box { size nan -1 1e39 } } "
+      "Shape { geometry Sphere { radius inf } } "
+      "Shape { geometry Cone { bottomRadius -2 height nan } } "
+      "Shape { geometry Cylinder { radius 3e38 height 1 } } "
+      "DEF F Shape { geometry IndexedFaceSet { coord Coordinate { point [ 0 0 0, 1 0 0, 1 1 0, nan 0 0, 3e38 0 0 ] } "
+      "coordIndex [ 0 1 2 -1 0 1 3 -1 0 1 4 -1 ] } } ");
+  ASSERT_TRUE(root);
+  Vertices v;
+  root->accept(v);
+  ASSERT_FALSE(v.all.empty());
+  for (const osg::Vec3& p : v.all) EXPECT_TRUE(std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z()));
+
+  // Only the face of usable points is left, and the bounds stay finite.
+  const auto* faces = root->getChild(4)->asGeode()->getDrawable(0)->asGeometry();
+  ASSERT_TRUE(faces);
+  EXPECT_EQ(faces->getPrimitiveSet(0)->getNumIndices(), 3u);
+  EXPECT_TRUE(root->getBound().valid());
+  EXPECT_TRUE(std::isfinite(root->getBound().radius()));
+}
+
+TEST(GlSafeValues, DegenerateTransformsGiveInvertibleMatricesButKeepTheirTrafo) {
+  auto root = Build(
+      "Transform { scale 0 0 0 children [ Shape { geometry Box { size 2 2 2 } } ] } "
+      "Transform { scale 2 0 -1 rotation 0 0 0 1 children [ Shape { geometry Box { size 2 2 2 } } ] } "
+      "Transform { scale nan 1 1 translation 3e38 0 0 center inf 0 0 children [ Shape { geometry Box { size 2 2 2 } } "
+      "] } "
+      "Transform { rotation 0 1 0 nan translation 1 0 0 children [ Shape { geometry Cone { height 2 } } ] } ");
+  ASSERT_TRUE(root);
+  ASSERT_EQ(root->getNumChildren(), 4u);
+  const osg::Vec3d written[] = {{0, 0, 0}, {2, 0, -1}, {std::nan(""), 1, 1}, {1, 1, 1}};
+  for (unsigned int i = 0; i < 4; ++i) {
+    SCOPED_TRACE(i);
+    auto* t = dynamic_cast<TrafoTransform*>(root->getChild(i));
+    ASSERT_TRUE(t);
+    const osg::Vec3d kept = t->getTrafo().getScaling();
+    for (int k = 0; k < 3; ++k)
+      EXPECT_TRUE(kept[k] == written[i][k] || (std::isnan(kept[k]) && std::isnan(written[i][k])));
+    const osg::Matrixd m = t->getMatrix();
+    EXPECT_TRUE(m.valid());
+    osg::Matrixd inverse;
+    EXPECT_TRUE(inverse.invert(m));
+    EXPECT_TRUE(inverse.valid());
+  }
+  // A zero axis turns nothing, a negative scale still mirrors, and the scene stays in bounds.
+  auto* mirrored = static_cast<TrafoTransform*>(root->getChild(1));
+  EXPECT_EQ(mirrored->getTrafo().getOrientation(), QuatFromAxisAngle(0, 0, 0, 1));
+  const osg::Vec3d x = osg::Vec3d(1, 0, 0) * mirrored->getMatrix();
+  EXPECT_NEAR(x.x(), 2.0, 1e-9);
+  EXPECT_NEAR((osg::Vec3d(0, 0, 1) * mirrored->getMatrix()).z(), -1.0, 1e-9);
+  EXPECT_TRUE(std::isfinite(root->getBound().radius()));
+  EXPECT_GT(root->getBound().radius(), 0.0f);
+}
+
+bool Load(OSGSceneGraph& holder, const char* vrml) {
+  VRML::Group root;
+  if (root.parse(vrml) != 0) return false;
+  return holder.sceneGraphBuilder()->build(root);
+}
+
+TEST(OSGSceneGraph, WithoutSceneOrWindowEveryOperationIsHarmless) {
+  OSGSceneGraph holder;
+  float x = 1, y = 1, z = 1, r = 1;
+  holder.boundingSphere(x, y, z, r);
+  EXPECT_EQ(x + y + z + r, 0.0f);
+  EXPECT_NE(dynamic_cast<osgFakeCamera*>(&holder.camera()), nullptr);
+  holder.setBackgroundColours(1, 0, 0, 0, 0, 1);  // no scene: ignored
+  EXPECT_EQ(holder.backgroundColour(), osg::Vec4(0.3f, 0.3f, 0.5f, 1.0f));
+  holder.render();
+  holder.refresh(1);
+  EXPECT_FALSE(holder.setSwitchChoice("A", -1));
+  holder.attachToWindow(nullptr);
+  EXPECT_EQ(holder.renderArea(), nullptr);
+
+  holder.initialize();
+  holder.setBackgroundColours(1, 0, 0, 0, 0, 1);
+  EXPECT_EQ(holder.backgroundColour(), osg::Vec4(0.5f, 0.0f, 0.5f, 1.0f));
+}
+
+TEST(OSGSceneGraph, FailedBuildKeepsTheSceneAndItsRegistries) {
+  OSGSceneGraph holder;
+  holder.initialize();
+  ASSERT_TRUE(
+      Load(holder, "#VRML V2.0 utf8\nDEF A Transform { children [ Shape { geometry Box { size 2 2 2 } } ] }\n"));
+  osg::Group* first = holder.root();
+  ASSERT_TRUE(holder.registry().findNamed("A"));
+
+  // Only a line set, and a node of a kind that is skipped: nothing to show.
+  EXPECT_FALSE(Load(holder, "#VRML V2.0 utf8\nWorldInfo { }\n"));
+  EXPECT_FALSE(Load(holder, "#VRML V2.0 utf8\nDEF B Material { }\n"));
+  EXPECT_EQ(holder.root(), first);
+  EXPECT_TRUE(holder.registry().findNamed("A"));
+
+  ASSERT_TRUE(Load(holder, "#VRML V2.0 utf8\nDEF C Group { }\n"));
+  EXPECT_NE(holder.root(), first);
+  EXPECT_FALSE(holder.registry().findNamed("A"));
+  EXPECT_TRUE(holder.registry().findNamed("C"));
+  holder.clearRegistries();
+  EXPECT_FALSE(holder.registry().findNamed("C"));
 }
 
 }  // namespace

@@ -1,11 +1,15 @@
+// Where things stand and how they are seen: the trafo of a transform node, with its matrix, and
+// the camera.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <osg/Camera>
 
 #include "scenegraph/Trafo.h"
 #include "scenegraph/TrafoTransform.h"
+#include "scenegraph/osgCamera.h"
 
 namespace quillon {
 namespace {
@@ -27,53 +31,44 @@ TEST(Trafo, AppliesItsPartsInVrmlOrder) {
   ExpectNear(osg::Vec3d(2, 0, 0) * t.getMatrix(), osg::Vec3d(1, 2, 5));
 }
 
-TEST(TrafoTransform, MovingKeepsTheOtherParts) {
-  Trafo t;
-  t.setCenter({10, 0, 0});
-  t.setOrientation(QuatFromAxisAngle(0, 1, 0, 0.7));
-  t.setScaling({2, 3, 1});
-  t.setTranslation({1, 2, 3});
-  osg::ref_ptr<TrafoTransform> node = new TrafoTransform;
-  node->setTrafo(t);
-  for (const osg::Vec3d moved : {osg::Vec3d(-5, 40, 7), osg::Vec3d(0, 0, 0), osg::Vec3d(1e6, -1e6, 3)}) {
-    node->setTranslation(moved);
-    t.setTranslation(moved);
-    EXPECT_EQ(node->getTrafo().getTranslation(), moved);
-    const osg::Matrixd expected = t.getMatrix();
-    for (int i = 0; i < 16; ++i) EXPECT_NEAR(node->getMatrix().ptr()[i], expected.ptr()[i], 1e-6) << i;
-  }
-  // A translation that is not finite leaves the matrix as the trafo would make it.
-  node->setTranslation({std::nan(""), 0, 0});
-  EXPECT_TRUE(node->getMatrix().valid());
-}
-
-// A document may give a translation that the matrix leaves out, and a route may send one; the
-// moves and turns that follow must still make the matrix that the trafo makes.
-TEST(TrafoTransform, ATranslationThatIsNotFiniteLeavesNothingBehind) {
+// Moving keeps the other parts. A document may give a translation that the matrix leaves out,
+// and a route may send one; the moves and turns that follow must still make the matrix that the
+// trafo makes.
+TEST(TrafoTransform, MatrixFollowsTheTrafoThroughMovesAndTurns) {
   const double inf = std::numeric_limits<double>::infinity();
   auto expectMatrixOf = [](const TrafoTransform& node, const Trafo& t) {
     ASSERT_TRUE(node.getMatrix().valid());
+    EXPECT_EQ(node.getTrafo().getTranslation(), t.getTranslation());
     const osg::Matrixd expected = t.getMatrix();
     for (int i = 0; i < 16; ++i) EXPECT_NEAR(node.getMatrix().ptr()[i], expected.ptr()[i], 1e-6) << i;
   };
-  Trafo t;
-  t.setCenter({10, 0, 0});
-  t.setScaleOrientation(QuatFromAxisAngle(1, 0, 0, 0.3));
-  t.setTranslation({-inf, 50, 100});
-  osg::ref_ptr<TrafoTransform> node = new TrafoTransform;
-  node->setTrafo(t);
-  node->setTranslation({1, 2, 3});
-  t.setTranslation({1, 2, 3});
-  expectMatrixOf(*node, t);
-
-  // A position that is not finite, then a turn that rebuilds the matrix, then a good position.
-  node->setTranslation({0, inf, 0});
-  Trafo turned = node->getTrafo();
-  turned.setOrientation(QuatFromAxisAngle(0, 1, 0, 0.5));
-  node->setTrafo(turned);
-  node->setTranslation({4, 5, 6});
-  turned.setTranslation({4, 5, 6});
-  expectMatrixOf(*node, turned);
+  for (const double startX : {1.0, -inf}) {
+    SCOPED_TRACE(startX);
+    Trafo t;
+    t.setCenter({10, 0, 0});
+    t.setOrientation(QuatFromAxisAngle(0, 1, 0, 0.7));
+    t.setScaleOrientation(QuatFromAxisAngle(1, 0, 0, 0.3));
+    t.setScaling({2, 3, 1});
+    t.setTranslation({startX, 50, 100});
+    osg::ref_ptr<TrafoTransform> node = new TrafoTransform;
+    node->setTrafo(t);
+    if (std::isfinite(startX)) expectMatrixOf(*node, t);
+    for (const osg::Vec3d moved : {osg::Vec3d(-5, 40, 7), osg::Vec3d(0, 0, 0), osg::Vec3d(1e6, -1e6, 3)}) {
+      node->setTranslation(moved);
+      t.setTranslation(moved);
+      expectMatrixOf(*node, t);
+    }
+    // A position that is not finite, then a turn that rebuilds the matrix, then a good position.
+    node->setTranslation({std::nan(""), 0, 0});
+    EXPECT_TRUE(node->getMatrix().valid());
+    node->setTranslation({0, inf, 0});
+    Trafo turned = node->getTrafo();
+    turned.setOrientation(QuatFromAxisAngle(0, 1, 0, 0.5));
+    node->setTrafo(turned);
+    node->setTranslation({4, 5, 6});
+    turned.setTranslation({4, 5, 6});
+    expectMatrixOf(*node, turned);
+  }
 }
 
 TEST(Trafo, ScaleOrientationTurnsTheScaleAxes) {
@@ -105,15 +100,6 @@ TEST(Trafo, MatrixStaysFiniteForDegenerateParts) {
   for (const Trafo& t : {zeroRotation, nanRotation, nanTranslation}) EXPECT_TRUE(t.getMatrix().valid());
 }
 
-TEST(TrafoTransform, MatrixFollowsTheTrafo) {
-  osg::ref_ptr<TrafoTransform> node = new TrafoTransform();
-  Trafo t = node->getTrafo();
-  t.setTranslation({1000, 2000, 3000});
-  node->setTrafo(t);
-  EXPECT_EQ(node->getMatrix().getTrans(), osg::Vec3d(1000, 2000, 3000));
-  EXPECT_EQ(node->getTrafo(), t);
-}
-
 TEST(Trafo, SetMatrixRecoversTranslationRotationAndScale) {
   Trafo t;
   t.setOrientation(QuatFromAxisAngle(1, 0, 0, 0.5));
@@ -124,6 +110,160 @@ TEST(Trafo, SetMatrixRecoversTranslationRotationAndScale) {
   ExpectNear(back.getTranslation(), {4, 5, 6});
   ExpectNear(back.getScaling(), {3, 3, 3});
   EXPECT_NEAR(back.getOrientation().w(), std::cos(0.25), 1e-9);
+}
+
+struct Pose {
+  double x, y, z, qx, qy, qz, qw;
+};
+
+Pose PoseOf(const ICamera& c) {
+  Pose p{};
+  c.getPosition(p.x, p.y, p.z);
+  c.getOrientation(p.qx, p.qy, p.qz, p.qw);
+  return p;
+}
+
+TEST(osgCamera, OrientationIsStoredNormalisedAndReadAsAxisAngle) {
+  osgCamera c;
+  double x = 9, y = 9, z = 9, a = 9;
+  c.getOrientationAxisAngle(x, y, z, a);
+  EXPECT_EQ(a, 0.0);
+  EXPECT_EQ(x * x + y * y + z * z, 0.0);  // undivided axis of the identity
+
+  c.setOrientation(0, 0, 0, 2);
+  Pose p = PoseOf(c);
+  EXPECT_EQ(p.qw, 1.0);
+  EXPECT_EQ(p.qx + p.qy + p.qz, 0.0);
+
+  c.setOrientationAxisAngle(0, 1, 0, 1.0);
+  c.getOrientationAxisAngle(x, y, z, a);
+  EXPECT_NEAR(a, 1.0, 1e-6);
+  EXPECT_NEAR(y, 1.0, 1e-6);
+
+  // A longer axis weighs more against the cosine once the quaternion is normalised.
+  c.setOrientationAxisAngle(0, 3, 0, 1.0);
+  c.getOrientationAxisAngle(x, y, z, a);
+  EXPECT_NEAR(a, 2 * std::acos(std::cos(0.5) / std::hypot(3 * std::sin(0.5), std::cos(0.5))), 1e-6);
+  EXPECT_NEAR(y, 1.0, 1e-6);
+
+  const Pose before = PoseOf(c);
+  c.setOrientation(0, 0, 0, 0);  // no rotation at all: ignored
+  EXPECT_EQ(PoseOf(c).qw, before.qw);
+}
+
+TEST(osgCamera, ZoomToSphereFramesThreeQuartersOfTheRadius) {
+  osgCamera c;
+  c.zoomToSphere(10, 20, 30, 0);
+  c.zoomToSphere(10, 20, 30, -5);
+  Pose p = PoseOf(c);
+  EXPECT_EQ(p.x + p.y + p.z, 0.0);
+
+  c.zoomToSphere(10, 20, 30, 100);
+  p = PoseOf(c);
+  const double distance = 75 / std::sin(std::numbers::pi / 8);
+  EXPECT_NEAR(p.x, 10, 1e-5);
+  EXPECT_NEAR(p.y, 20, 1e-5);
+  EXPECT_NEAR(p.z, 30 + distance, 1e-4);  // looking down -z at the centre
+  double focal = 0;
+  c.getFocalDistance(focal);
+  EXPECT_NEAR(focal, distance, 1e-4);
+}
+
+TEST(osgCamera, ZoomScalesTheViewAndItsFactorRoundTrips) {
+  osgCamera c;
+  double fov0 = 0, fov = 0, zoom = 0;
+  c.getFieldOfView(fov0);
+  c.zoom(0.5);
+  c.getFieldOfView(fov);
+  EXPECT_NEAR(std::tan(fov / 2), 0.5 * std::tan(fov0 / 2), 1e-6);
+  c.getZoomFactor(zoom);
+  EXPECT_EQ(zoom, 0.5);
+  c.setZoomFactor(1.0);
+  c.getFieldOfView(fov);
+  EXPECT_NEAR(fov, fov0, 1e-6);
+  c.zoom(0);
+  c.zoom(-1);
+  c.zoom(std::nan(""));
+  c.getZoomFactor(zoom);
+  EXPECT_NEAR(zoom, 1.0, 1e-6);
+}
+
+double AsFloat(double v) { return static_cast<double>(static_cast<float>(v)); }
+
+// The camera keeps floats: every value reads back as the float nearest to what was set, and
+// 2^24 + 1 already reads back as 2^24.
+TEST(osgCamera, KeepsWhatAFloatHolds) {
+  struct Scalar {
+    const char* name;
+    void (osgCamera::*set)(double);
+    void (osgCamera::*get)(double&) const;
+    double value;
+  };
+  const Scalar scalars[] = {{"near", &osgCamera::setNearDistance, &osgCamera::getNearDistance, 0.1},
+                            {"far", &osgCamera::setFarDistance, &osgCamera::getFarDistance, 16777217.0},
+                            {"focal", &osgCamera::setFocalDistance, &osgCamera::getFocalDistance, 5000.3},
+                            {"field of view", &osgCamera::setFieldOfView, &osgCamera::getFieldOfView, 0.7},
+                            {"zoom", &osgCamera::setZoomFactor, &osgCamera::getZoomFactor, 0.3}};
+  osgCamera c;
+  for (const Scalar& s : scalars) {
+    (c.*s.set)(s.value);
+    double back = 0;
+    (c.*s.get)(back);
+    EXPECT_EQ(back, AsFloat(s.value)) << s.name;
+    EXPECT_NE(back, s.value) << s.name;
+  }
+
+  c.setPosition(16777217.0, -16777217.0, 0.1);
+  Pose p = PoseOf(c);
+  EXPECT_EQ(p.x, 16777216.0);
+  EXPECT_EQ(p.y, -16777216.0);
+  EXPECT_EQ(p.z, AsFloat(0.1));
+  c.setPosition(1e39, 0, 0);  // beyond a float: refused, not stored as infinity
+  EXPECT_EQ(PoseOf(c).x, 16777216.0);
+
+  const double length = std::sqrt(0.01 + 0.04 + 0.09 + 0.81);
+  c.setOrientation(0.1, 0.2, 0.3, 0.9);
+  p = PoseOf(c);
+  EXPECT_EQ(p.qx, AsFloat(0.1 / length));
+  EXPECT_EQ(p.qw, AsFloat(0.9 / length));
+
+  c.setAspectRatio(4.0 / 3.0);
+  EXPECT_EQ(c.aspectRatio(), AsFloat(4.0 / 3.0));
+}
+
+TEST(osgCamera, RotationsTurnAboutTheCamerasOwnAxes) {
+  osgCamera c;
+  c.rotateY(std::numbers::pi / 2);  // now looking down -x
+  c.rotateX(std::numbers::pi / 2);  // then up, about the camera's own x axis
+  float m[16];
+  c.getViewToWorldMatrix(m);
+  osg::Matrixd viewToWorld(m);
+  const osg::Vec3d forward = osg::Matrixd::transform3x3(osg::Vec3d(0, 0, -1), viewToWorld);
+  EXPECT_NEAR(forward.y(), 1.0, 1e-6);
+}
+
+// A scene behind the camera leaves the planes it starts with.
+TEST(osgCamera, ClipPlanesEncloseTheSceneInFront) {
+  osgCamera c;
+  double focal = 0, zoom = 0;
+  c.getFocalDistance(focal);
+  c.getZoomFactor(zoom);
+  EXPECT_EQ(focal, 5.0);
+  EXPECT_EQ(zoom, 1.0);
+  EXPECT_EQ(c.aspectRatio(), 1.0);
+  c.setPosition(0, 0, 1000);
+  double n = 0, f = 0;
+  c.clipPlanes(osg::BoundingSphere(osg::Vec3(0, 0, 0), 100), n, f);
+  EXPECT_LE(n, 900);
+  EXPECT_GE(f, 1100);
+  EXPECT_GT(n, 0);
+  c.clipPlanes(osg::BoundingSphere(osg::Vec3(0, 0, 5000), 100), n, f);
+  EXPECT_EQ(n, 0.5);
+  EXPECT_EQ(f, 10.0);
+
+  osg::ref_ptr<osg::Camera> camera = new osg::Camera();
+  c.applyTo(*camera, osg::BoundingSphere(osg::Vec3(0, 0, 0), 100));
+  EXPECT_EQ(camera->getViewMatrix().getTrans(), osg::Vec3d(0, 0, -1000));
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 // The viewer embedded into a plain X11 window of a host that knows nothing of Qt, through the C
-// interface. Needs a display (xvfb-run -a without one).
+// interface: what the screen shows, and input that reaches it only through the host's own event
+// loop. Needs a display (xvfb-run -a without one).
 #include <gtest/gtest.h>
 #include <xcb/xcb.h>
 
 #include <chrono>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <thread>
 #include <vector>
@@ -31,12 +33,12 @@ struct Pixel {
 bool isRed(Pixel p) { return p.r > 100 && p.g < 60 && p.b < 60; }
 bool isBackground(Pixel p) { return std::abs(p.r - 77) < 8 && std::abs(p.g - 77) < 8 && std::abs(p.b - 128) < 8; }
 
-/// A host's top-level window, made and mapped with plain xcb.
+/// A host's top-level window, made and mapped with plain xcb, and input sent into it.
 class HostWindow {
  public:
   HostWindow() : connection(xcb_connect(nullptr, nullptr)) {
     if (xcb_connection_has_error(connection)) return;
-    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
     window = xcb_generate_id(connection);
     const uint32_t background = screen->black_pixel;
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, kWidth, kHeight, 0,
@@ -76,8 +78,42 @@ class HostWindow {
     return p;
   }
 
+  /// The viewer's window: the first child of the host's.
+  xcb_window_t viewer() {
+    xcb_query_tree_reply_t* tree = xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr);
+    xcb_window_t child = 0;
+    if (tree && xcb_query_tree_children_length(tree) > 0) child = xcb_query_tree_children(tree)[0];
+    std::free(tree);
+    return child;
+  }
+
+  /// A button press and moves, as the X server would send them to the viewer.
+  void drag(xcb_window_t target, int x0, int y0, int x1, int y1) {
+    send(target, XCB_BUTTON_PRESS, x0, y0, 1, 0);
+    for (int step = 1; step <= 10; ++step)
+      send(target, XCB_MOTION_NOTIFY, x0 + (x1 - x0) * step / 10, y0 + (y1 - y0) * step / 10, 0, XCB_BUTTON_MASK_1);
+  }
+  void release(xcb_window_t target, int x, int y) { send(target, XCB_BUTTON_RELEASE, x, y, 1, XCB_BUTTON_MASK_1); }
+
  private:
+  void send(xcb_window_t target, uint8_t type, int x, int y, uint8_t button, uint16_t state) {
+    xcb_button_press_event_t event;  // press, release and motion share this layout
+    std::memset(&event, 0, sizeof event);
+    event.response_type = type;
+    event.detail = button;
+    event.time = XCB_CURRENT_TIME;
+    event.root = screen->root;
+    event.event = target;
+    event.root_x = event.event_x = static_cast<int16_t>(x);
+    event.root_y = event.event_y = static_cast<int16_t>(y);
+    event.state = state;
+    event.same_screen = 1;
+    xcb_send_event(connection, 0, target, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&event));
+    xcb_flush(connection);
+  }
+
   xcb_connection_t* connection;
+  xcb_screen_t* screen = nullptr;
   xcb_window_t window = 0;
 };
 
@@ -94,14 +130,7 @@ class EmbeddedViewerTest : public ::testing::Test {
   }
 
   void loadRedBoxInFront() {
-    std::string xml = kRedBox;
-    char* document = xml.data();
-    char* annotated = nullptr;
-    char* groups = nullptr;
-    QuillonBytes result = quillon_InitializeViewer_v1(ctrl, &document, &annotated, &groups);
-    quillon_free(result.data);
-    quillon_free(annotated);
-    quillon_free(groups);
+    ASSERT_EQ(quillon_load_document(ctrl, kRedBox, nullptr, nullptr), 0);
     quillon_DisableNavigationControls_v1(ctrl);  // the render area fills the viewer window
     setCamera();
   }
@@ -114,6 +143,20 @@ class EmbeddedViewerTest : public ::testing::Test {
     EXPECT_EQ(quillon_SetCameraPosition_v1(ctrl, &p, &o, &n, &f, &d, &z), 1);
     for (char* s : {p, o, n, f, d, z}) quillon_free(s);
   }
+  std::string orientation() {
+    char* texts[6] = {};
+    quillon_GetCameraPosition_v1(ctrl, &texts[0], &texts[1], &texts[2], &texts[3], &texts[4], &texts[5]);
+    std::string text = texts[1] ? texts[1] : "";
+    for (char* t : texts) quillon_free(t);
+    return text;
+  }
+  // Handles the viewer's events the way a host's loop would, for a while.
+  void loop(int milliseconds) {
+    for (int waited = 0; waited < milliseconds; waited += 10) {
+      quillon_process_events(ctrl);
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  }
 
   // Keeps the viewer busy the way a streaming host would, until the screen shows the box.
   bool waitForBoxOnScreen() {
@@ -124,33 +167,41 @@ class EmbeddedViewerTest : public ::testing::Test {
     }
     return false;
   }
+  int render(std::size_t bytes) {
+    rgba.assign(bytes, 0);
+    return quillon_render_rgba(ctrl, rgba.data(), rgba.size());
+  }
 
   HostWindow host;
   QuillonCtrl* ctrl = nullptr;
+  std::vector<unsigned char> rgba;
+  static constexpr std::size_t kBytes = static_cast<std::size_t>(kWidth) * kHeight * 4;
 };
 
-TEST_F(EmbeddedViewerTest, ViewerWindowShowsTheSceneInsideTheHostWindow) {
-  ASSERT_EQ(quillon_create_window(ctrl, host.id(), kWidth, kHeight), 0);
-  loadRedBoxInFront();
-  ASSERT_TRUE(waitForBoxOnScreen());
-  EXPECT_TRUE(isBackground(host.shownAt(5, 5)));
-  EXPECT_TRUE(isBackground(host.shownAt(kWidth - 5, kHeight - 5)));
-
-  std::vector<unsigned char> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
-  ASSERT_EQ(quillon_render_rgba(ctrl, rgba.data(), rgba.size()), 0);
-  const unsigned char* centre = &rgba[(static_cast<std::size_t>(kHeight / 2) * kWidth + kWidth / 2) * 4];
-  EXPECT_TRUE(isRed({centre[0], centre[1], centre[2]}));
-  EXPECT_NE(quillon_render_rgba(ctrl, rgba.data(), rgba.size() - 1), 0);
-}
-
-TEST_F(EmbeddedViewerTest, ViewerFollowsTheHostsResize) {
-  ASSERT_EQ(quillon_create_window(ctrl, host.id(), 500, 480), 0);
-  loadRedBoxInFront();
-  quillon_resize(ctrl, kWidth, kHeight);
-  ASSERT_TRUE(waitForBoxOnScreen());
-  EXPECT_TRUE(isBackground(host.shownAt(kWidth - 5, kHeight - 5)));  // outside the old size
-  std::vector<unsigned char> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
-  EXPECT_EQ(quillon_render_rgba(ctrl, rgba.data(), rgba.size()), 0);
+// Made at the host's size, or smaller and then resized to it: the box in the middle, the
+// background to the corners (outside the first size too), and the same in the rendered pixels.
+TEST_F(EmbeddedViewerTest, ViewerWindowShowsTheSceneInsideTheHostWindowAndFollowsItsResize) {
+  for (const bool resized : {false, true}) {
+    SCOPED_TRACE(resized ? "resized" : "made at size");
+    if (resized) {  // a control of its own, as a second host would have
+      quillon_destroy_window(ctrl);
+      quillon_destroy(ctrl);
+      ctrl = quillon_create();
+      ASSERT_EQ(quillon_create_window(ctrl, host.id(), 500, 480), 0);
+      loadRedBoxInFront();
+      quillon_resize(ctrl, kWidth, kHeight);
+    } else {
+      ASSERT_EQ(quillon_create_window(ctrl, host.id(), kWidth, kHeight), 0);
+      loadRedBoxInFront();
+    }
+    ASSERT_TRUE(waitForBoxOnScreen());
+    EXPECT_TRUE(isBackground(host.shownAt(5, 5)));
+    EXPECT_TRUE(isBackground(host.shownAt(kWidth - 5, kHeight - 5)));
+    ASSERT_EQ(render(kBytes), 0);
+    const unsigned char* centre = &rgba[(static_cast<std::size_t>(kHeight / 2) * kWidth + kWidth / 2) * 4];
+    EXPECT_TRUE(isRed({centre[0], centre[1], centre[2]}));
+    EXPECT_NE(render(kBytes - 1), 0);
+  }
 }
 
 TEST_F(EmbeddedViewerTest, ParentsThatCannotBeEmbeddedIntoAreRefused) {
@@ -172,8 +223,30 @@ TEST_F(EmbeddedViewerTest, HostMayDestroyItsWindowFirst) {
   host.destroy();
   setCamera();  // the viewer carries on without a window on the screen
   quillon_destroy_window(ctrl);
-  std::vector<unsigned char> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
-  EXPECT_NE(quillon_render_rgba(ctrl, rgba.data(), rgba.size()), 0);
+  EXPECT_NE(render(kBytes), 0);
+}
+
+// A host with an event loop of its own: the viewer follows the mouse only through
+// quillon_process_events.
+TEST_F(EmbeddedViewerTest, DragsReachTheViewerThroughTheHostsLoop) {
+  ASSERT_EQ(quillon_create_window(ctrl, host.id(), kWidth, kHeight), 0);
+  ASSERT_EQ(quillon_load_document(ctrl, kRedBox, nullptr, nullptr), 0);
+  quillon_DisableNavigationControls_v1(ctrl);
+  quillon_ViewAll_v2(ctrl);
+  loop(300);
+  const xcb_window_t viewer = host.viewer();
+  ASSERT_NE(viewer, 0u);
+
+  const std::string before = orientation();
+  host.drag(viewer, kWidth / 2, kHeight / 2, kWidth / 2 + 150, kHeight / 2);
+  std::string after = before;
+  for (int i = 0; i < 100 && after == before; ++i) {
+    loop(20);
+    after = orientation();
+  }
+  host.release(viewer, kWidth / 2 + 150, kHeight / 2);
+  loop(50);
+  EXPECT_NE(after, before) << "the drag did not turn the camera";
 }
 
 }  // namespace

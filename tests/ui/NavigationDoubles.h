@@ -1,6 +1,9 @@
 #pragma once
-// A camera, viewport and keyboard of the tests' own, for driving the manipulator without a window.
+// A camera, viewport, scene-graph holder and keyboard of the tests' own, for driving the
+// manipulator and the viewer component without a window.
 
+#include <array>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,14 +14,17 @@
 #include "ui/IKeyState.h"
 #include "ui/IViewport.h"
 #include "ui/NavigationMath.h"
+#include "ui/cViewportManipulator.h"
 
 namespace quillon::test {
 
-/// Keeps position and orientation like a real camera, and records the zooms and turns.
+/// Keeps what it is given like a real camera, and records the zooms and turns.
 class TestCamera final : public ICamera {
  public:
   nav::Vec3 position{0, 0, 100};
   nav::Quat orientation;
+  std::array<double, 4> axisAngle{};  // as set, apart from the orientation
+  double nearDistance = 0, farDistance = 0, zoomFactor = 0;
   double fieldOfView = 0.785398;
   double focalDistance = 5.0;
   std::vector<double> zooms;
@@ -28,9 +34,9 @@ class TestCamera final : public ICamera {
 
   void setPosition(double x, double y, double z) override { position = {x, y, z}; }
   void setOrientation(double x, double y, double z, double w) override { orientation = {x, y, z, w}; }
-  void setOrientationAxisAngle(double, double, double, double) override {}
-  void setNearDistance(double) override {}
-  void setFarDistance(double) override {}
+  void setOrientationAxisAngle(double x, double y, double z, double a) override { axisAngle = {x, y, z, a}; }
+  void setNearDistance(double d) override { nearDistance = d; }
+  void setFarDistance(double d) override { farDistance = d; }
   void setFocalDistance(double d) override { focalDistance = d; }
   void setFieldOfView(double angle) override { fieldOfView = angle; }
   void getPosition(double& x, double& y, double& z) const override {
@@ -44,9 +50,14 @@ class TestCamera final : public ICamera {
     z = orientation.z;
     w = orientation.w;
   }
-  void getOrientationAxisAngle(double&, double&, double&, double&) const override {}
-  void getNearDistance(double&) const override {}
-  void getFarDistance(double&) const override {}
+  void getOrientationAxisAngle(double& x, double& y, double& z, double& a) const override {
+    x = axisAngle[0];
+    y = axisAngle[1];
+    z = axisAngle[2];
+    a = axisAngle[3];
+  }
+  void getNearDistance(double& d) const override { d = nearDistance; }
+  void getFarDistance(double& d) const override { d = farDistance; }
   void getFocalDistance(double& d) const override { d = focalDistance; }
   void getFieldOfView(double& angle) const override { angle = fieldOfView; }
   void getViewToWorldMatrix(float[16]) const override {}
@@ -59,8 +70,8 @@ class TestCamera final : public ICamera {
   void rotateY(double angle) override { turn(turnsY, {0, 1, 0}, angle); }
   void rotateZ(double angle) override { turn(turnsZ, {0, 0, 1}, angle); }
   void setAspectRatio(double) override {}
-  void getZoomFactor(double&) const override {}
-  void setZoomFactor(double) override {}
+  void getZoomFactor(double& f) const override { f = zoomFactor; }
+  void setZoomFactor(double f) override { zoomFactor = f; }
 
   nav::Vec3 viewDirection() const { return nav::rotate(orientation, {0, 0, -1}); }
   nav::Vec3 up() const { return nav::rotate(orientation, {0, 1, 0}); }
@@ -123,7 +134,7 @@ class TestArea final : public IRenderArea {
 };
 
 /// A scene-graph holder with a test camera, a 200 × 100 area (or a window's, when one is
-/// given), and a manipulator to hand out.
+/// given), and a manipulator to hand out; it keeps the colours and switch choices it is given.
 class TestHolder final : public ISceneGraphImplementor {
  public:
   TestCamera cam;
@@ -142,7 +153,9 @@ class TestHolder final : public ISceneGraphImplementor {
   IViewportManipulator* viewportManipulator() override { return manipulator; }
   void attachToWindow(std::unique_ptr<IRenderArea>) override {}
   void detachFromWindow() override {}
-  void setBackgroundColours(float, float, float, float, float, float) override {}
+  void setBackgroundColours(float r1, float g1, float b1, float r2, float g2, float b2) override {
+    background = {r1, g1, b1, r2, g2, b2};
+  }
   void clearRegistries() override {}
   void refresh(int) override { ++refreshes; }
   void render() override { ++renders; }
@@ -156,8 +169,16 @@ class TestHolder final : public ISceneGraphImplementor {
     if (!attached) return nullptr;
     return windowArea ? windowArea : &area;
   }
-  bool setSwitchChoice(const std::string&, int) override { return false; }
-  void setForegroundOverride(bool, float, float, float) override {}
+  bool setSwitchChoice(const std::string& name, int choice) override {
+    auto it = switches.find(name);
+    if (it == switches.end()) return false;
+    it->second = choice;
+    return true;
+  }
+  void setForegroundOverride(bool on, float r, float g, float b) override { foreground = {on ? 1.f : 0.f, r, g, b}; }
+
+  std::vector<float> background, foreground;
+  std::map<std::string, int> switches;  // the nodes that can be hidden, with their choice
 };
 
 class TestKeys final : public IKeyState {
@@ -167,5 +188,15 @@ class TestKeys final : public IKeyState {
   bool isAltDown() const override { return alt; }
   bool isCtrlDown() const override { return ctrl; }
 };
+
+/// The mode objects live for the process: puts every one back to rest before a test starts, and
+/// the manipulator in rotate mode.
+inline void resetModes(cViewportManipulator& manipulator) {
+  for (int i = 0; i < IViewportManipulator::MODE_NONE; ++i) {
+    manipulator.SetMode(i);
+    manipulator.FirstButtonUp(0, 0);
+  }
+  manipulator.SetMode(IViewportManipulator::MODE_ROTATE);
+}
 
 }  // namespace quillon::test

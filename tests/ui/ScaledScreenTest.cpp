@@ -1,55 +1,33 @@
 // Navigation on a screen that scales its windows by 2: run under a display (xvfb-run -a).
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QTest>
 #include <cmath>
-#include <memory>
 
-#include "NavigationDoubles.h"
+#include "HolderWindowSupport.h"
 #include "ui/cSceneViewport.h"
-#include "ui/cViewportManipulator.h"
 #include "ui/qt/cQtRenderArea.h"
 #include "ui/qt/cRenderAreaPanel.h"
-#include "ui/qt/cViewerHolderWnd.h"
 
 namespace quillon::test {
 namespace {
 
 using M = IViewportManipulator;
 
-QApplication& app() {
-  // Qt reads the factor when the application starts; the test is meaningless without it.
-  qputenv("QT_SCALE_FACTOR", "2");
-  static int argc = 1;
-  static char name[] = "test_ui_scaled";
-  static char* argv[] = {name, nullptr};
-  static QApplication application(argc, argv);
-  return application;
-}
-
 // The real viewport over the window's render area: the framebuffer is twice the size that
 // the pointer crosses.
-class ScaledScreenTest : public ::testing::Test {
+class ScaledScreenTest : public HolderWindowFixture {
  protected:
   void SetUp() override {
-    app();
-    for (int i = 0; i < M::MODE_NONE; ++i) {  // release the process-wide mode objects
-      manipulator.SetMode(i);
-      manipulator.FirstButtonUp(0, 0);
-    }
-    manipulator.SetMode(M::MODE_ROTATE);
-    manipulator.SetViewport(&viewport);
-    sceneGraph.manipulator = &manipulator;
-    window = std::make_unique<cViewerHolderWnd>(&sceneGraph);
-    area = std::make_unique<cQtRenderArea>(window->renderAreaPanel());
-    sceneGraph.windowArea = area.get();
-    window->resize(480, 480);
-    window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    app("2");  // the test is meaningless without it
+    open(viewport, sceneGraph, 480, 480);
     ASSERT_EQ(panel()->devicePixelRatioF(), 2.0);
     ASSERT_EQ(area->width(), 2 * panel()->width());
-    manipulator.SetKeyState(&keys);
+  }
+  void TearDown() override {
+    area.reset();
+    HolderWindowFixture::TearDown();
+  }
+  void beforeShow() override {
+    area = std::make_unique<cQtRenderArea>(window->renderAreaPanel());
+    sceneGraph.windowArea = area.get();
   }
 
   cRenderAreaPanel* panel() { return window->renderAreaPanel(); }
@@ -58,18 +36,8 @@ class ScaledScreenTest : public ::testing::Test {
   TestHolder sceneGraph;
   TestCamera& camera = sceneGraph.cam;
   cSceneViewport viewport{sceneGraph};
-  cViewportManipulator manipulator;
-  TestKeys keys;
-  std::unique_ptr<cViewerHolderWnd> window;
   std::unique_ptr<cQtRenderArea> area;
 };
-
-TEST_F(ScaledScreenTest, WindowSizeIsThePointersSize) {
-  int width = 0, height = 0;
-  viewport.getWindowSize(width, height);
-  EXPECT_EQ(width, panel()->width());
-  EXPECT_EQ(height, panel()->height());
-}
 
 // A glide takes one step per pixel between the click and the window centre.
 TEST_F(ScaledScreenTest, RotationCentreGlidesToThePointersCentre) {
@@ -93,8 +61,9 @@ TEST_F(ScaledScreenTest, RotationCentreGlidesToThePointersCentre) {
 }
 
 // Alt with the middle button pans by ten times the world distance under the pointer's path,
-// which the unprojection measures over the window's height in the pointer's pixels.
-TEST_F(ScaledScreenTest, PanFollowsThePointer) {
+// which the unprojection measures over the window's height in the pointer's pixels; dolly steps
+// scale with that height too.
+TEST_F(ScaledScreenTest, PanAndDollyGoByThePointersPixels) {
   keys.alt = true;
   QTest::mousePress(panel(), Qt::MiddleButton, {}, centre());
   QTest::mouseMove(panel(), centre() + QPoint(20, 0));
@@ -102,9 +71,8 @@ TEST_F(ScaledScreenTest, PanFollowsThePointer) {
   const double depth = 5;  // the test camera's focal distance
   const double perPixel = 2 * depth * std::tan(camera.fieldOfView / 2) / panel()->height();
   EXPECT_NEAR(camera.position.x, -10 * 20 * perPixel, 1e-9);
-}
 
-TEST_F(ScaledScreenTest, DollyStepsScaleWithThePointersHeight) {
+  camera.position = {0, 0, 100};
   manipulator.Dolly(10);
   const nav::Vec3 moved = camera.position - nav::Vec3{0, 0, 100};
   EXPECT_NEAR(std::sqrt(nav::dot(moved, moved)), 0.1 * 10 * panel()->height() * 0.0027777778, 1e-9);

@@ -1,9 +1,5 @@
 // The viewer window in a real window: run under a display (xvfb-run -a without one).
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QMenu>
-#include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
 #include <cmath>
@@ -11,27 +7,17 @@
 #include <string>
 #include <vector>
 
-#include "NavigationDoubles.h"
+#include "HolderWindowSupport.h"
 #include "core/Trace.h"
-#include "ui/cViewportManipulator.h"
 #include "ui/qt/cNavigationButtonsWnd.h"
 #include "ui/qt/cPanelDlg.h"
 #include "ui/qt/cQtRenderArea.h"
 #include "ui/qt/cRenderAreaPanel.h"
-#include "ui/qt/cViewerHolderWnd.h"
 
 namespace quillon::test {
 namespace {
 
 using M = IViewportManipulator;
-
-QApplication& app() {
-  static int argc = 1;
-  static char name[] = "test_ui_qt";
-  static char* argv[] = {name, nullptr};
-  static QApplication application(argc, argv);
-  return application;
-}
 
 class RecordingTarget final : public ICommandTarget {
  public:
@@ -42,32 +28,23 @@ class RecordingTarget final : public ICommandTarget {
   }
 };
 
-class HolderWindowTest : public ::testing::Test {
+class HolderWindowTest : public HolderWindowFixture {
  protected:
   void SetUp() override {
     app();
-    for (int i = 0; i < M::MODE_NONE; ++i) {  // release the process-wide mode objects
-      manipulator.SetMode(i);
-      manipulator.FirstButtonUp(0, 0);
-    }
-    manipulator.SetMode(M::MODE_ROTATE);
-    manipulator.SetViewport(&viewport);
-    sceneGraph.manipulator = &manipulator;
-    window = std::make_unique<cViewerHolderWnd>(&sceneGraph);
-    window->resize(640, 560);
-    window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    manipulator.SetKeyState(&keys);  // the tests hold the keys, not the window system
+    open(viewport, sceneGraph, 640, 560);
   }
-
   QWidget* area() { return window->renderAreaPanel(); }
+  // Collects the trace lines while it lives.
+  struct Trace {
+    std::vector<std::string> lines;
+    TraceSink previous = SetTraceSink([this](std::string_view line) { lines.emplace_back(line); });
+    ~Trace() { SetTraceSink(previous); }
+  };
 
-  cViewportManipulator manipulator;
   TestViewport viewport;
   TestCamera& camera = viewport.cam;
   TestHolder sceneGraph;
-  TestKeys keys;
-  std::unique_ptr<cViewerHolderWnd> window;
 };
 
 TEST_F(HolderWindowTest, LayoutKeepsTheMinimalSizeAndHidesThePanelsWithTheControls) {
@@ -88,7 +65,9 @@ TEST_F(HolderWindowTest, LayoutKeepsTheMinimalSizeAndHidesThePanelsWithTheContro
   EXPECT_TRUE(window->rightPanel()->isVisible());
 }
 
-TEST_F(HolderWindowTest, LeftButtonRunsTheDragTimerThatGlidesTheRotationCentre) {
+// The left button runs the drag timer that glides the rotation centre; the middle button and
+// the wheel reach the manipulator too.
+TEST_F(HolderWindowTest, ButtonsAndWheelReachTheManipulator) {
   manipulator.SetMode(M::MODE_SELECT_ROT_CENTRE);
   const QPoint centre(area()->width() / 2, area()->height() / 2);
   viewport.width = area()->width();
@@ -107,9 +86,9 @@ TEST_F(HolderWindowTest, LeftButtonRunsTheDragTimerThatGlidesTheRotationCentre) 
   EXPECT_FALSE(manipulator.firstButton().pressed);
   QTest::qWait(250);  // released: the glide stops where it is
   EXPECT_EQ(camera.position.x, moved.x);
-}
 
-TEST_F(HolderWindowTest, MiddleButtonAndWheelReachTheManipulator) {
+  camera.position = {0, 0, 100};
+  manipulator.SetMode(M::MODE_ROTATE);
   keys.alt = true;
   QTest::mousePress(area(), Qt::MiddleButton, {}, QPoint(100, 100));
   EXPECT_TRUE(manipulator.secondButton().pressed);
@@ -127,8 +106,7 @@ TEST_F(HolderWindowTest, MiddleButtonAndWheelReachTheManipulator) {
 }
 
 TEST_F(HolderWindowTest, ModeButtonsTraceAndSelectTheirMode) {
-  std::vector<std::string> lines;
-  TraceSink previous = SetTraceSink([&lines](std::string_view line) { lines.emplace_back(line); });
+  Trace trace;
   cNavigationButtonsWnd* buttons = window->navigationButtons();
   EXPECT_TRUE(buttons->modeButton(M::MODE_ROTATE)->isChecked());
   const char* names[] = {"MODE_PAN", "MODE_ROTATE", "MODE_SELECT_ROT_CENTRE", "MODE_ZOOM", "MODE_DOLLY"};
@@ -137,9 +115,8 @@ TEST_F(HolderWindowTest, ModeButtonsTraceAndSelectTheirMode) {
     EXPECT_EQ(manipulator.GetModeInfo(), mode);
     for (int other = 0; other < M::MODE_NONE; ++other)
       EXPECT_EQ(buttons->modeButton(other)->isChecked(), other == mode) << mode << " " << other;
-    EXPECT_EQ(lines.back(), std::string("Setting target mode ") + names[mode] + "\n");
+    EXPECT_EQ(trace.lines.back(), std::string("Setting target mode ") + names[mode] + "\n");
   }
-  SetTraceSink(previous);
 
   viewport.sphere[3] = 7;
   QTest::mouseClick(buttons->viewAllButton(), Qt::LeftButton);
@@ -147,24 +124,18 @@ TEST_F(HolderWindowTest, ModeButtonsTraceAndSelectTheirMode) {
 }
 
 TEST_F(HolderWindowTest, ThumbwheelsTurnAndDollyByTag) {
-  QWidget* wheelX = window->leftPanel()->wheel();
-  QTest::mousePress(wheelX, Qt::LeftButton, {}, QPoint(10, 20));
-  QTest::mouseMove(wheelX, QPoint(10, 30));  // 10 pixels of 360: 10 degrees
-  QTest::mouseRelease(wheelX, Qt::LeftButton, {}, QPoint(10, 30));
+  auto turn = [](QWidget* wheel, QPoint from, QPoint to) {
+    QTest::mousePress(wheel, Qt::LeftButton, {}, from);
+    QTest::mouseMove(wheel, to);
+    QTest::mouseRelease(wheel, Qt::LeftButton, {}, to);
+  };
+  turn(window->leftPanel()->wheel(), {10, 20}, {10, 30});  // 10 pixels of 360: 10 degrees
   ASSERT_EQ(camera.turnsX.size(), 1u);
   EXPECT_DOUBLE_EQ(camera.turnsX[0], 10 * 0.017444445);
-
-  QWidget* wheelY = window->downPanel()->wheel();
-  QTest::mousePress(wheelY, Qt::LeftButton, {}, QPoint(40, 10));
-  QTest::mouseMove(wheelY, QPoint(35, 10));
-  QTest::mouseRelease(wheelY, Qt::LeftButton, {}, QPoint(35, 10));
+  turn(window->downPanel()->wheel(), {40, 10}, {35, 10});
   ASSERT_EQ(camera.turnsY.size(), 1u);
   EXPECT_DOUBLE_EQ(camera.turnsY[0], -5 * 0.017444445);
-
-  QWidget* dolly = window->rightPanel()->wheel();
-  QTest::mousePress(dolly, Qt::LeftButton, {}, QPoint(10, 20));
-  QTest::mouseMove(dolly, QPoint(10, 21));  // one pixel of 36: ten steps
-  QTest::mouseRelease(dolly, Qt::LeftButton, {}, QPoint(10, 21));
+  turn(window->rightPanel()->wheel(), {10, 20}, {10, 21});  // one pixel of 36: ten steps
   const nav::Vec3 moved = camera.position - nav::Vec3{0, 0, 100};
   EXPECT_NEAR(std::sqrt(nav::dot(moved, moved)), 0.1 * 10 * 480 * 0.0027777778, 1e-9);
 
@@ -173,7 +144,7 @@ TEST_F(HolderWindowTest, ThumbwheelsTurnAndDollyByTag) {
   EXPECT_EQ(camera.turnsX.size(), 1u);
 }
 
-TEST_F(HolderWindowTest, ContextMenuShowsCommandsWithTheirCheckMarks) {
+TEST_F(HolderWindowTest, ContextMenuShowsCommandsWithTheirCheckMarksAndTheyAct) {
   manipulator.SetMode(M::MODE_ZOOM);
   manipulator.SetMouseNavigationEnabled(false);
   QMenu menu;
@@ -203,9 +174,9 @@ TEST_F(HolderWindowTest, ContextMenuShowsCommandsWithTheirCheckMarks) {
     EXPECT_EQ(action->text(), expected[i].text);
     EXPECT_EQ(action->isChecked(), expected[i].checked) << i;
   }
-}
 
-TEST_F(HolderWindowTest, ContextMenuCommandsActOnTheManipulator) {
+  // The commands act on the manipulator and the buttons.
+  manipulator.SetMouseNavigationEnabled(true);
   for (int command = 32768; command <= 32772; ++command) {
     EXPECT_TRUE(window->onCommand(command));
     EXPECT_EQ(manipulator.GetModeInfo(), command - 32768);
@@ -247,7 +218,7 @@ TEST_F(HolderWindowTest, RightClickOpensTheMenuOnlyWhileItIsEnabled) {
   EXPECT_EQ(manipulator.GetModeInfo(), M::MODE_ZOOM);
 }
 
-TEST_F(HolderWindowTest, LongPressSendsTheCommandOnce) {
+TEST_F(HolderWindowTest, LongPressSendsTheCommandOnceToTheOwnerOrTheParent) {
   RecordingTarget owner;
   cAnimatedBitmapButton* button = window->navigationButtons()->viewAllButton();
   button->setOwner(&owner);
@@ -262,13 +233,12 @@ TEST_F(HolderWindowTest, LongPressSendsTheCommandOnce) {
   QTest::mouseRelease(button, Qt::LeftButton);
   QTest::qWait(600);
   EXPECT_EQ(owner.commands.size(), 1u);
-}
+  button->setOwner(nullptr);
 
-// Without an owner the command goes to the button's parent widget and no further up. The
-// checks come while the button is still down, before a release could click it.
-TEST_F(HolderWindowTest, LongPressWithoutOwnerGoesToTheParent) {
-  auto holdDown = [](QWidget* button) {
-    QTest::mousePress(button, Qt::LeftButton);
+  // Without an owner the command goes to the button's parent widget and no further up. The
+  // checks come while the button is still down, before a release could click it.
+  auto holdDown = [](QWidget* pressed) {
+    QTest::mousePress(pressed, Qt::LeftButton);
     QTest::qWait(700);
   };
   cNavigationButtonsWnd* buttons = window->navigationButtons();
@@ -294,13 +264,11 @@ TEST_F(HolderWindowTest, LongPressWithoutOwnerGoesToTheParent) {
 }
 
 TEST_F(HolderWindowTest, KeysAreTracedAndPassedOn) {
-  std::vector<std::string> lines;
-  TraceSink previous = SetTraceSink([&lines](std::string_view line) { lines.emplace_back(line); });
+  Trace trace;
   QTest::keyPress(window.get(), Qt::Key_Alt);
   QTest::keyRelease(window.get(), Qt::Key_Alt);
-  SetTraceSink(previous);
-  EXPECT_EQ(lines, (std::vector<std::string>{"cViewerHolderWnd::OnKeyDown()\n", "Alt key down\n",
-                                             "cViewerHolderWnd::OnKeyUp()\n", "Alt key up\n"}));
+  EXPECT_EQ(trace.lines, (std::vector<std::string>{"cViewerHolderWnd::OnKeyDown()\n", "Alt key down\n",
+                                                   "cViewerHolderWnd::OnKeyUp()\n", "Alt key up\n"}));
 }
 
 TEST_F(HolderWindowTest, RenderAreaPaintsThroughTheHolderAndHandsBackItsPixels) {

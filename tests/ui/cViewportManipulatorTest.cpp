@@ -1,12 +1,17 @@
+// Navigation without a window: the manipulator over a viewport of the tests' own, and the
+// viewport that unprojects through the holder's camera.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "NavigationDoubles.h"
 #include "core/Trace.h"
 #include "ui/IViewportHolder.h"
+#include "ui/cSceneViewport.h"
 #include "ui/cViewportManipulator.h"
 
 namespace quillon::test {
@@ -33,16 +38,9 @@ class RecordingHolder final : public IViewportHolder {
 class ManipulatorTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    // The mode objects live for the process; release every one before a test starts.
-    for (int i = 0; i < M::MODE_NONE; ++i) {
-      manipulator.SetMode(i);
-      manipulator.FirstButtonUp(0, 0);
-    }
-    manipulator.SetMode(M::MODE_ROTATE);
+    resetModes(manipulator);
     manipulator.SetViewport(&viewport);
     manipulator.SetKeyState(&keys);
-    viewport.redraws = 0;
-    viewport.depths.clear();
   }
 
   void drag(int x0, int y0, int x1, int y1) {
@@ -104,7 +102,7 @@ TEST_F(ManipulatorTest, PanMovesTheCameraTenTimesTheWorldDragTheOtherWay) {
   expectNear(camera.position, {-1.0, 0.5, 100});
 }
 
-TEST_F(ManipulatorTest, RotateTurnsAboutThePointAtTheWindowCentre) {
+TEST_F(ManipulatorTest, RotateTurnsAboutThePointAtTheWindowCentreByTheDragsLength) {
   // The centre (320, 240) unprojects to (3.2, -2.4, -5); put the camera 105 in front of it.
   camera.position = {3.2, -2.4, 100};
   drag(320, 240, 340, 240);
@@ -117,16 +115,17 @@ TEST_F(ManipulatorTest, RotateTurnsAboutThePointAtTheWindowCentre) {
   // The camera still looks at the centre.
   const nav::Vec3 toCentre = (centre - camera.position) * (1 / 105.0);
   expectNear(toCentre, camera.viewDirection(), 1e-9);
-}
 
-TEST_F(ManipulatorTest, RotateByAZeroLengthDragChangesNothing) {
-  const nav::Vec3 before = camera.position;
+  const nav::Vec3 before = camera.position;  // a drag of no length changes nothing
+  const nav::Quat turned = camera.orientation;
   drag(200, 200, 200, 200);
   expectNear(camera.position, before);
-  EXPECT_DOUBLE_EQ(camera.orientation.w, 1);
+  EXPECT_DOUBLE_EQ(camera.orientation.w, turned.w);
 }
 
-TEST_F(ManipulatorTest, AltCtrlRotateRollsAboutTheViewAxis) {
+// Alt and Ctrl with a rotating drag roll about the view axis; Alt alone pans with the second
+// button and rotates with the first, and with Ctrl again the move goes to the mode.
+TEST_F(ManipulatorTest, AltAndCtrlNavigateWhateverTheMode) {
   keys.alt = keys.ctrl = true;
   // Moving from right of the centre to below it turns through a quarter circle on the screen.
   drag(420, 240, 320, 340);
@@ -135,10 +134,10 @@ TEST_F(ManipulatorTest, AltCtrlRotateRollsAboutTheViewAxis) {
   EXPECT_NEAR(std::fabs(camera.turnsZ[0]), 6.28 - angle, 1e-12);
   expectNear(camera.viewDirection(), {0, 0, -1}, 1e-12);
   expectNear(camera.position, {0, 0, 100});
-}
 
-TEST_F(ManipulatorTest, AltNavigatesWhateverTheMode) {
-  keys.alt = true;
+  // Alt alone navigates whatever the mode.
+  camera = TestCamera{};
+  keys.ctrl = false;
   manipulator.SetMode(M::MODE_ZOOM);
   manipulator.SecondButtonDown(100, 100);
   manipulator.MouseMove(120, 100);
@@ -171,7 +170,7 @@ TEST_F(ManipulatorTest, ZoomCountsOnlyTheDirectionOfAVerticalMove) {
   EXPECT_EQ(camera.zooms, (std::vector<double>{1.05, 1.05, 0.95}));
 }
 
-TEST_F(ManipulatorTest, DollyDragMovesForwardWhicheverWayTheMouseGoes) {
+TEST_F(ManipulatorTest, DollyMovesForwardWhicheverWayTheMouseOrWheelGoes) {
   manipulator.SetMode(M::MODE_DOLLY);
   // The press keeps the raw y, so the first move uses (480 - 300) - 300 = -120.
   manipulator.FirstButtonDown(10, 300);
@@ -181,25 +180,24 @@ TEST_F(ManipulatorTest, DollyDragMovesForwardWhicheverWayTheMouseGoes) {
   expectNear(camera.position, {0, 0, 100 - 14});
   manipulator.MouseMove(10, 300);  // down: delta -20
   expectNear(camera.position, {0, 0, 100 - 16});
-}
+  manipulator.FirstButtonUp(10, 300);
 
-TEST_F(ManipulatorTest, DollyFollowsTheCameraOrientation) {
-  camera.orientation = nav::axisAngle({0, 1, 0}, 3.14159265358979 / 2);  // looking down -x
-  manipulator.SetMode(M::MODE_DOLLY);
-  manipulator.Dolly(1);
-  const double distance = 0.1 * 480 * 0.0027777778;
-  expectNear(camera.position, {-distance, 0, 100}, 1e-9);
-}
-
-TEST_F(ManipulatorTest, DollyStepsAndWheelMoveTheSameWayForBothSigns) {
+  // Steps move forward for both signs, along the way the camera looks, in any mode.
   const double step = 0.1 * 2 * 480 * 0.0027777778;
+  manipulator.SetMode(M::MODE_ROTATE);
+  camera.position = {0, 0, 100};
   manipulator.Dolly(2);
   expectNear(camera.position, {0, 0, 100 - step});
   manipulator.Dolly(-2);
   expectNear(camera.position, {0, 0, 100 - 2 * step});
-
-  manipulator.SetMode(M::MODE_DOLLY);
   camera.position = {0, 0, 100};
+  camera.orientation = nav::axisAngle({0, 1, 0}, 3.14159265358979 / 2);  // looking down -x
+  manipulator.Dolly(1);
+  expectNear(camera.position, {-step / 2, 0, 100}, 1e-9);
+
+  camera.orientation = {};
+  camera.position = {0, 0, 100};
+  manipulator.SetMode(M::MODE_DOLLY);
   manipulator.MouseWheel(0, 0, 120);
   manipulator.MouseWheel(0, 0, -120);
   expectNear(camera.position, {0, 0, 124});  // backwards both times, and no zoom
@@ -224,7 +222,7 @@ TEST_F(ManipulatorTest, WheelZoomsWhenTheModeLeavesIt) {
   }
 }
 
-TEST_F(ManipulatorTest, DisabledMouseNavigationRecordsButtonsButMovesNothing) {
+TEST_F(ManipulatorTest, DisabledNavigationAndTheEmptyModeRecordButtonsButMoveNothing) {
   manipulator.SetMouseNavigationEnabled(false);
   for (int mode : {M::MODE_PAN, M::MODE_ROTATE, M::MODE_ZOOM, M::MODE_DOLLY, M::MODE_SELECT_ROT_CENTRE}) {
     manipulator.SetMode(mode);
@@ -247,9 +245,10 @@ TEST_F(ManipulatorTest, DisabledMouseNavigationRecordsButtonsButMovesNothing) {
   EXPECT_DOUBLE_EQ(camera.orientation.w, 1);
   EXPECT_TRUE(camera.zooms.empty());
   EXPECT_EQ(viewport.redraws, 0);
-}
 
-TEST_F(ManipulatorTest, TheEmptyModeIgnoresInput) {
+  // Enabled again, the empty mode still ignores a drag.
+  manipulator.SetMouseNavigationEnabled(true);
+  keys.alt = false;
   manipulator.SetMode(M::MODE_NONE);
   drag(10, 10, 200, 300);
   manipulator.Apply();
@@ -257,7 +256,7 @@ TEST_F(ManipulatorTest, TheEmptyModeIgnoresInput) {
   EXPECT_DOUBLE_EQ(camera.orientation.w, 1);
 }
 
-TEST_F(ManipulatorTest, RotationCentreGlidesOneStepPerApply) {
+TEST_F(ManipulatorTest, RotationCentreGlidesOneStepPerApplyUntilReleaseOrTheCentre) {
   manipulator.SetMode(M::MODE_SELECT_ROT_CENTRE);
   manipulator.FirstButtonDown(323, 244);  // 5 pixels from the centre
   // Each step: (centre - clicked) / 5 * 10 = (-0.03, 0.04, 0) * 10 / 5
@@ -271,10 +270,10 @@ TEST_F(ManipulatorTest, RotationCentreGlidesOneStepPerApply) {
   manipulator.Apply();  // then nothing more
   EXPECT_EQ(viewport.redraws, 6);
   expectNear(camera.position, {-0.3, 0.4, 100});
-}
+  manipulator.FirstButtonUp(323, 244);
 
-TEST_F(ManipulatorTest, RotationCentreGlideStopsOnReleaseOrAtTheCentre) {
-  manipulator.SetMode(M::MODE_SELECT_ROT_CENTRE);
+  // A release stops the glide where it is; a click on the centre plans none.
+  camera.position = {0, 0, 100};
   manipulator.FirstButtonDown(323, 244);
   manipulator.Apply();
   manipulator.Apply();
@@ -288,27 +287,23 @@ TEST_F(ManipulatorTest, RotationCentreGlideStopsOnReleaseOrAtTheCentre) {
   EXPECT_EQ(viewport.redraws, 0);
 }
 
-TEST_F(ManipulatorTest, ThumbwheelTurnsUseTheOldDegreeFactor) {
+TEST_F(ManipulatorTest, ThumbwheelTurnsUseTheOldDegreeFactorAndViewAllFitsTheScene) {
   manipulator.RotateX(90);
   manipulator.RotateY(-10);
   ASSERT_EQ(camera.turnsX.size(), 1u);
   EXPECT_DOUBLE_EQ(camera.turnsX[0], 90 * 0.017444445);
   EXPECT_DOUBLE_EQ(camera.turnsY[0], -10 * 0.017444445);
   EXPECT_EQ(viewport.redraws, 2);
-}
 
-TEST_F(ManipulatorTest, ViewAllFitsTheSceneSphere) {
-  viewport.sphere[0] = 1;
-  viewport.sphere[1] = 2;
-  viewport.sphere[2] = 3;
-  viewport.sphere[3] = 4;
-  manipulator.ViewAll();
+  const float sphere[] = {1, 2, 3, 4};
+  std::copy(std::begin(sphere), std::end(sphere), viewport.sphere);
+  manipulator.ViewAll();  // fits the scene's sphere
   expectNear(camera.sphereCentre, {1, 2, 3});
   EXPECT_DOUBLE_EQ(camera.sphereRadius, 4);
-  EXPECT_EQ(viewport.redraws, 1);
+  EXPECT_EQ(viewport.redraws, 3);
 }
 
-TEST_F(ManipulatorTest, NavigationControlsFlagReachesTheHolder) {
+TEST_F(ManipulatorTest, NavigationControlsFlagReachesTheHolderAndTheMenuItsPresenter) {
   RecordingHolder holder;
   manipulator.SetNavigationControlsShown(false);  // no holder yet: only the flag
   EXPECT_FALSE(manipulator.AreNavigationControlsShown());
@@ -316,9 +311,8 @@ TEST_F(ManipulatorTest, NavigationControlsFlagReachesTheHolder) {
   manipulator.SetNavigationControlsShown(true);
   manipulator.SetNavigationControlsShown(false);
   EXPECT_EQ(holder.calls, (std::vector<bool>{true, false}));
-}
 
-TEST_F(ManipulatorTest, ContextMenuAppearsOnlyWhenEnabled) {
+  // The context menu appears only while it is enabled.
   int shown = 0;
   auto presenter = [&shown](int, int) {
     ++shown;
@@ -341,6 +335,64 @@ TEST_F(ManipulatorTest, AltAndCtrlKeysAreTraced) {
   manipulator.KeyUp(17);
   SetTraceSink(previous);
   EXPECT_EQ(lines, (std::vector<std::string>{"Alt key down\n", "Ctrl key down\n", "Alt key up\n", "Ctrl key up\n"}));
+}
+
+TEST(SceneViewport, UnprojectsThroughTheCameraFrustum) {
+  TestHolder holder;
+  holder.cam.position = {10, 20, 30};
+  holder.cam.orientation = nav::axisAngle({0, 1, 0}, std::acos(-1.0) / 2);  // looking down -x
+  holder.cam.fieldOfView = std::acos(-1.0) / 2;                             // half-height = depth
+  cSceneViewport viewport(holder);
+
+  double x, y, z;
+  viewport.unproject(100, 50, 8, x, y, z);  // the window centre lies on the view axis
+  EXPECT_NEAR(x, 2, 1e-9);
+  EXPECT_NEAR(y, 20, 1e-9);
+  EXPECT_NEAR(z, 30, 1e-9);
+  viewport.unproject(200, 0, 8, x, y, z);  // the top right corner: twice as wide as high
+  EXPECT_NEAR(x, 2, 1e-9);
+  EXPECT_NEAR(y, 28, 1e-9);
+  EXPECT_NEAR(z, 30 - 16, 1e-9);  // camera right is world -z
+}
+
+// On a scaled screen the framebuffer has more pixels than the pointer crosses; the window
+// size and the unprojection must be in the pointer's unit, or the centre moves off the axis.
+TEST(SceneViewport, WorksInPointerPixelsOnAScaledScreen) {
+  TestHolder holder;
+  holder.area.scale = 2;
+  holder.cam.position = {0, 0, 50};
+  cSceneViewport viewport(holder);
+  int width = 0, height = 0;
+  viewport.getWindowSize(width, height);
+  EXPECT_EQ(width, 200);
+  EXPECT_EQ(height, 100);
+  double x, y, z;
+  viewport.unproject(100, 50, 8, x, y, z);
+  EXPECT_NEAR(x, 0, 1e-9);
+  EXPECT_NEAR(y, 0, 1e-9);
+  EXPECT_NEAR(z, 42, 1e-9);
+}
+
+TEST(SceneViewport, ReportsTheHoldersCameraAreaAndScene) {
+  TestHolder holder;
+  holder.cam.focalDistance = 250;
+  cSceneViewport viewport(holder);
+  EXPECT_DOUBLE_EQ(viewport.focalPlane(), -250);
+  float s[4];
+  viewport.sceneBoundingSphere(s[0], s[1], s[2], s[3]);
+  EXPECT_EQ(s[3], 4.0f);
+  viewport.fitToSphere(1, 2, 3, 4);
+  EXPECT_DOUBLE_EQ(holder.cam.sphereRadius, 4);
+  viewport.redraw();
+  EXPECT_EQ(holder.refreshes, 1);
+
+  holder.attached = false;  // no window: no size, and unprojection still gives a finite point
+  int width = -1, height = -1;
+  viewport.getWindowSize(width, height);
+  EXPECT_EQ(width, 0);
+  double x, y, z;
+  viewport.unproject(5, 5, 10, x, y, z);
+  EXPECT_TRUE(std::isfinite(x) && std::isfinite(y) && std::isfinite(z));
 }
 
 }  // namespace

@@ -139,7 +139,9 @@ TEST_F(ReplayTest, KeysAndSliderDriveTheReplay) {
   EXPECT_TRUE(viewer->grabImage() == played);
 }
 
-TEST_F(ReplayTest, PlotDrawsTheRecordedPointsOfItsSpan) {
+// The plot draws the recorded points of its span, and a click on a part adds its channels.
+// Then everything at once, as a user sees it; with QUILLON_VIEW_SHOTS set, the screen is saved there.
+TEST_F(ReplayTest, PlotLegendTooltipAndTimelineShowTheRecording) {
   PlotDock* plots = window->plots();
   ASSERT_NE(plots, nullptr);
   plots->show();
@@ -160,28 +162,18 @@ TEST_F(ReplayTest, PlotDrawsTheRecordedPointsOfItsSpan) {
   plots->refresh();
   EXPECT_EQ(plots->pointCounts(), (std::vector<int>{1, 1, 1, 1, 1, 1}));
 
-  // A click on the elbow adds the elbow's channels.
+  // A click on the elbow adds the elbow's channels; its qualities from 0 to 3 s are bad from 2.5 s.
   replay->seek(3'000'000);
-  QTest::qWait(100);
+  plots->setSpan(3);
+  QTest::qWait(200);
   const QPoint elbow = pointOn("Elbow");
   ASSERT_NE(elbow, QPoint(-1, -1));
   QTest::mouseClick(viewer->renderArea(), Qt::LeftButton, {}, elbow);
   ASSERT_TRUE(QTest::qWaitFor([&] { return plots->channels().contains(QStringLiteral("Arm[1][2][6D]")); }, 2000));
-}
+  plots->refresh();
+  EXPECT_EQ(plots->pointCounts()[6 + 3], 61);
 
-// Everything at once, as a user sees it; with QUILLON_VIEW_SHOTS set, the screen is saved there.
-TEST_F(ReplayTest, WindowShowsLegendTooltipTimelineAndPlotTogether) {
-  PlotDock* plots = window->plots();
-  plots->show();
-  plots->setSpan(3);
-  const std::vector<RouteState> routes = viewer->routes();
-  plots->addRoute(routes[2]);  // the elbow, bad from 2.5 s
-  plots->addRoute(routes[4]);
-  replay->seek(3'000'000);
-  QTest::qWait(200);
   // The elbow's forearm: its own route first, then those of the joints and the base below it.
-  const QPoint elbow = pointOn("Elbow");
-  ASSERT_NE(elbow, QPoint(-1, -1));
   QCursor::setPos(viewer->renderArea()->mapToGlobal(elbow));
   QTest::mouseMove(viewer->renderArea(), elbow + QPoint(2, 0));
   QTest::mouseMove(viewer->renderArea(), elbow);
@@ -193,7 +185,6 @@ TEST_F(ReplayTest, WindowShowsLegendTooltipTimelineAndPlotTogether) {
   EXPECT_LT(tip.indexOf(QStringLiteral("Shoulder.rotation")), tip.indexOf(QStringLiteral("Base.translation")));
   EXPECT_TRUE(window->legend()->isVisible());
   EXPECT_TRUE(window->timeline()->isVisible());
-  EXPECT_EQ(plots->pointCounts()[3], 61);  // the elbow's qualities from 0 to 3 s
   if (const QString folder = shotFolder(); !folder.isEmpty()) {
     QTest::qWait(300);
     QGuiApplication::primaryScreen()->grabWindow(0).save(folder + "/view-window.png");

@@ -138,7 +138,7 @@ TEST_F(ViewerWindowTest, ClickOnAPartIsSignalledAndADragStillNavigates) {
   EXPECT_EQ(clicked.size(), 1u);
 }
 
-TEST_F(ViewerWindowTest, LegendShowsTheThresholdsAsTheHostSetsThem) {
+TEST_F(ViewerWindowTest, LegendShowsTheThresholdsAsTheHostSetsThemAndTheColourMaps) {
   QualityLegend* legend = window->legend();
   EXPECT_TRUE(legend->isVisible());
   QStringList entries = legend->entries();
@@ -151,11 +151,10 @@ TEST_F(ViewerWindowTest, LegendShowsTheThresholdsAsTheHostSetsThem) {
   EXPECT_TRUE(entries.contains(QStringLiteral("nominal ≤ 5"))) << entries.join('|').toStdString();
   EXPECT_TRUE(entries.contains(QStringLiteral("≤ 50.5"))) << entries.join('|').toStdString();
   EXPECT_FALSE(entries.contains(QStringLiteral("≤ 100")));
-}
 
-TEST_F(ViewerWindowTest, LegendShowsEachColourMapWithTheValuesThatRunThroughIt) {
-  // basic.xml's colour route uses the built-in map at scale 1.
-  EXPECT_EQ(window->legend()->entries().mid(3), (QStringList{"  ProbeMaterial.diffuseColor: 0", "1"}));
+  // Each colour map with the values that run through it: basic.xml's colour route uses the
+  // built-in map at scale 1.
+  EXPECT_EQ(entries.mid(3), (QStringList{"  ProbeMaterial.diffuseColor: 0", "1"}));
   // colour-maps.xml: two maps of their own, each at scale 0.01.
   load("colour-maps.xml");
   EXPECT_EQ(window->legend()->entries().mid(3),

@@ -32,7 +32,7 @@ const std::string kScene =
     "<Scene format='VRML97'>#VRML V2.0 utf8\nDEF Box Transform { children [ Shape { appearance Appearance { "
     "material DEF Mat Material { } } geometry Box { } } ] }</Scene>";
 
-TEST(DocumentThroughCapi, AGoodDocumentGivesItsChannelGroups) {
+TEST(DocumentThroughCapi, AGoodDocumentGivesItsGroupsAndAFaultyOneIsAnnotatedAndExplained) {
   Loaded good("<Visualisation><Version>1.0</Version>" + kScene +
               "<ExternRoute from='Probe[4][0][3D]' to='Box'/><ExternRoute from='Probe[5][1][1D]' "
               "to='Mat.transparency'/></Visualisation>");
@@ -41,9 +41,7 @@ TEST(DocumentThroughCapi, AGoodDocumentGivesItsChannelGroups) {
   ASSERT_NE(good.groups, nullptr);
   EXPECT_STREQ(good.groups, "[Probe, 4][Probe, 5]");
   EXPECT_STREQ(good.annotated, "");
-}
 
-TEST(DocumentThroughCapi, AFaultyDocumentIsAnnotatedAndExplained) {
   Loaded bad("<Visualisation><Version>1.1</Version>" + kScene + "</Visualisation>");
   EXPECT_EQ(bad.result.data, nullptr);  // empty by design, even for a failed document
   ASSERT_NE(bad.annotated, nullptr);

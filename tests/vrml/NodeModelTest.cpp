@@ -8,35 +8,6 @@
 namespace VRML {
 namespace {
 
-TEST(NodeModel, ConstructorsStoreTheDefaultsAndLeaveTheRestEmpty) {
-  Box box;
-  EXPECT_EQ(box.size()->value, (Vec3f{2, 2, 2}));
-  EXPECT_TRUE(box.size()->set);
-
-  Cone cone;
-  EXPECT_EQ(cone.bottomRadius()->value, 1.0f);
-  EXPECT_EQ(cone.height()->value, 2.0f);
-  EXPECT_TRUE(cone.side()->value && cone.bottom()->value);
-
-  Cylinder cylinder;
-  EXPECT_EQ(cylinder.radius()->value, 1.0f);
-  EXPECT_EQ(cylinder.height()->value, 2.0f);
-  EXPECT_TRUE(cylinder.top()->value && cylinder.side()->value && cylinder.bottom()->value);
-
-  EXPECT_EQ(Switch().whichChoice()->value, -1);
-
-  Transform transform;
-  EXPECT_EQ(transform.scale()->value, (Vec3f{1, 1, 1}));
-  EXPECT_EQ(transform.rotation()->z, 1.0f);
-  EXPECT_EQ(transform.rotation()->angle, 0.0f);
-  EXPECT_EQ(transform.translation(), nullptr);
-  EXPECT_EQ(transform.children(), nullptr);
-
-  EXPECT_EQ(Sphere().radius(), nullptr);
-  Material material;
-  for (const Field& record : material.fields()) EXPECT_EQ(record.value, nullptr) << record.name;
-}
-
 TEST(NodeModel, FieldLooksUpByNameAndLetsTheCallerReplaceTheValue) {
   Box box;
   EXPECT_EQ(box.field(""), nullptr);
@@ -49,13 +20,6 @@ TEST(NodeModel, FieldLooksUpByNameAndLetsTheCallerReplaceTheValue) {
 
   box.clearFields();
   EXPECT_EQ(*box.field("size"), nullptr);
-}
-
-TEST(NodeModel, NameKeepsAtMost255Characters) {
-  Group group;
-  EXPECT_STREQ(group.name(), "");
-  group.setName(std::string(300, 'n'));
-  EXPECT_EQ(std::string(group.name()), std::string(255, 'n'));
 }
 
 TEST(NodeModel, CloneCopiesTheWholeSubtreeIndependently) {

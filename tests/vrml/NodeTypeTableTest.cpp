@@ -3,10 +3,10 @@
 // reader's own tables, so that a wrong default, type, access word or limit there fails a row.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,23 +69,30 @@ std::string textOf(std::string_view type) {
   return std::string(sampleOf(type));
 }
 
-struct KeptField {
-  std::string_view name;
-  std::string_view type;
-  std::string_view initial;  // the constructor's default in the text's notation, "" for an empty slot
+// A field as a row names it: "name type initial", the initial value in the text's notation and
+// empty for an empty slot. Rows list their fields separated by semicolons.
+struct Spec {
+  std::string name, type, initial;
 };
 
-struct DiscardedField {
-  std::string_view name;
-  std::string_view type;
-};
+std::vector<Spec> specs(std::string_view list) {
+  std::vector<Spec> fields;
+  std::istringstream in{std::string(list)};
+  for (std::string entry; std::getline(in, entry, ';');) {
+    std::istringstream words(entry);
+    Spec& field = fields.emplace_back();
+    words >> field.name >> field.type >> std::ws;
+    std::getline(words, field.initial);
+  }
+  return fields;
+}
 
 struct NodeType {
   std::string_view name;
   std::unique_ptr<Node> (*make)();
-  std::vector<KeptField> kept;
-  std::vector<DiscardedField> discarded;
-  std::vector<std::string_view> accessWords;
+  std::string_view kept;  // in the order of the node's records, with the constructor's defaults
+  std::string_view discarded;
+  std::string_view accessWords;
   std::size_t fieldLimit;
   bool forgiving;  // a bad SFBool or SFFloat value keeps the default instead of failing the read
 };
@@ -98,112 +105,39 @@ std::unique_ptr<Node> make() {
 }
 
 const NodeType kNodeTypes[] = {
-    {"Appearance",
-     &make<Appearance>,
-     {{"material", "SFNode", ""}},
-     {{"texture", "SFNode"}, {"textureTransform", "SFNode"}},
-     {"exposedField"},
-     3,
+    {"Appearance", &make<Appearance>, "material SFNode", "texture SFNode; textureTransform SFNode", "exposedField", 3,
      false},
-    {"Box", &make<Box>, {{"size", "SFVec3f", "2 2 2"}}, {}, {"field"}, 1, false},
-    {"Color", &make<Color>, {{"color", "MFColor", ""}}, {}, {"exposedField"}, 1, false},
-    {"Cone",
-     &make<Cone>,
-     {{"bottomRadius", "SFFloat", "1"},
-      {"height", "SFFloat", "2"},
-      {"side", "SFBool", "TRUE"},
-      {"bottom", "SFBool", "TRUE"}},
-     {},
-     {"field"},
-     4,
-     true},
-    {"Coordinate", &make<Coordinate>, {{"point", "MFVec3f", ""}}, {}, {"exposedField"}, 1, false},
-    {"Cylinder",
-     &make<Cylinder>,
-     {{"bottom", "SFBool", "TRUE"},
-      {"height", "SFFloat", "2"},
-      {"radius", "SFFloat", "1"},
-      {"side", "SFBool", "TRUE"},
-      {"top", "SFBool", "TRUE"}},
-     {},
-     {"field"},
-     5,
-     true},
-    {"Group",
-     &make<Group>,
-     {{"children", "MFNode", ""}},
-     {{"bboxCenter", "SFVec3f"}, {"bboxSize", "SFVec3f"}, {"addChildren", "MFNode"}, {"removeChildren", "MFNode"}},
-     {"field", "exposedField", "eventIn"},
-     5,
+    {"Box", &make<Box>, "size SFVec3f 2 2 2", "", "field", 1, false},
+    {"Color", &make<Color>, "color MFColor", "", "exposedField", 1, false},
+    {"Cone", &make<Cone>, "bottomRadius SFFloat 1; height SFFloat 2; side SFBool TRUE; bottom SFBool TRUE", "", "field",
+     4, true},
+    {"Coordinate", &make<Coordinate>, "point MFVec3f", "", "exposedField", 1, false},
+    {"Cylinder", &make<Cylinder>,
+     "bottom SFBool TRUE; height SFFloat 2; radius SFFloat 1; side SFBool TRUE; top SFBool TRUE", "", "field", 5, true},
+    {"Group", &make<Group>, "children MFNode",
+     "bboxCenter SFVec3f; bboxSize SFVec3f; addChildren MFNode; removeChildren MFNode", "field exposedField eventIn", 5,
      false},
-    {"IndexedFaceSet",
-     &make<IndexedFaceSet>,
-     {{"color", "SFNode", ""},
-      {"coord", "SFNode", ""},
-      {"normal", "SFNode", ""},
-      {"colorIndex", "MFInt32", ""},
-      {"colorPerVertex", "SFBool", "TRUE"},
-      {"coordIndex", "MFInt32", ""},
-      {"normalIndex", "MFInt32", ""},
-      {"normalPerVertex", "SFBool", "TRUE"}},
-     {{"texCoord", "SFNode"},
-      {"texCoordIndex", "MFInt32"},
-      {"ccw", "SFBool"},
-      {"convex", "SFBool"},
-      {"solid", "SFBool"},
-      {"creaseAngle", "SFFloat"},
-      {"set_colorIndex", "MFInt32"},
-      {"set_coordIndex", "MFInt32"},
-      {"set_normalIndex", "MFInt32"},
-      {"set_texCoordIndex", "MFInt32"}},
-     {"field", "exposedField", "eventIn"},
-     18,
-     false},
-    {"IndexedLineSet",
-     &make<IndexedLineSet>,
-     {{"color", "SFNode", ""},
-      {"coord", "SFNode", ""},
-      {"colorIndex", "MFInt32", ""},
-      {"colorPerVertex", "SFBool", "TRUE"},
-      {"coordIndex", "MFInt32", ""}},
-     {{"set_colorIndex", "MFInt32"}, {"set_coordIndex", "MFInt32"}},
-     {"field", "exposedField", "eventIn"},
-     7,
-     false},
-    {"Material",
-     &make<Material>,
-     {{"ambientIntensity", "SFFloat", ""},
-      {"diffuseColor", "SFColor", ""},
-      {"emissiveColor", "SFColor", ""},
-      {"shininess", "SFFloat", ""},
-      {"specularColor", "SFColor", ""},
-      {"transparency", "SFFloat", ""}},
-     {},
-     {"exposedField"},
-     5,
-     false},
-    {"Normal", &make<Normal>, {{"vector", "MFVec3f", ""}}, {}, {"exposedField"}, 1, false},
-    {"Shape", &make<Shape>, {{"appearance", "SFNode", ""}, {"geometry", "SFNode", ""}}, {}, {"exposedField"}, 2, false},
-    {"Sphere", &make<Sphere>, {{"radius", "SFFloat", ""}}, {}, {"field"}, 1, false},
-    {"Switch",
-     &make<Switch>,
-     {{"choice", "MFNode", ""}, {"whichChoice", "SFInt32", "-1"}},
-     {},
-     {"exposedField"},
-     2,
-     false},
-    {"Transform",
-     &make<Transform>,
-     {{"center", "SFVec3f", "0 0 0"},
-      {"children", "MFNode", ""},
-      {"rotation", "SFRotation", "0 0 1 0"},
-      {"scale", "SFVec3f", "1 1 1"},
-      {"scaleOrientation", "SFRotation", "0 0 1 0"},
-      {"translation", "SFVec3f", ""}},
-     {{"bboxCenter", "SFVec3f"}, {"bboxSize", "SFVec3f"}},
-     {"field", "exposedField", "eventIn"},
-     10,
-     false},
+    {"IndexedFaceSet", &make<IndexedFaceSet>,
+     "color SFNode; coord SFNode; normal SFNode; colorIndex MFInt32; colorPerVertex SFBool TRUE; coordIndex MFInt32; "
+     "normalIndex MFInt32; normalPerVertex SFBool TRUE",
+     "texCoord SFNode; texCoordIndex MFInt32; ccw SFBool; convex SFBool; solid SFBool; creaseAngle SFFloat; "
+     "set_colorIndex MFInt32; set_coordIndex MFInt32; set_normalIndex MFInt32; set_texCoordIndex MFInt32",
+     "field exposedField eventIn", 18, false},
+    {"IndexedLineSet", &make<IndexedLineSet>,
+     "color SFNode; coord SFNode; colorIndex MFInt32; colorPerVertex SFBool TRUE; coordIndex MFInt32",
+     "set_colorIndex MFInt32; set_coordIndex MFInt32", "field exposedField eventIn", 7, false},
+    {"Material", &make<Material>,
+     "ambientIntensity SFFloat; diffuseColor SFColor; emissiveColor SFColor; shininess SFFloat; specularColor "
+     "SFColor; transparency SFFloat",
+     "", "exposedField", 5, false},
+    {"Normal", &make<Normal>, "vector MFVec3f", "", "exposedField", 1, false},
+    {"Shape", &make<Shape>, "appearance SFNode; geometry SFNode", "", "exposedField", 2, false},
+    {"Sphere", &make<Sphere>, "radius SFFloat", "", "field", 1, false},
+    {"Switch", &make<Switch>, "choice MFNode; whichChoice SFInt32 -1", "", "exposedField", 2, false},
+    {"Transform", &make<Transform>,
+     "center SFVec3f 0 0 0; children MFNode; rotation SFRotation 0 0 1 0; scale SFVec3f 1 1 1; scaleOrientation "
+     "SFRotation 0 0 1 0; translation SFVec3f",
+     "bboxCenter SFVec3f; bboxSize SFVec3f", "field exposedField eventIn", 10, false},
 };
 
 class NodeTypes : public testing::TestWithParam<NodeType> {
@@ -222,30 +156,31 @@ class NodeTypes : public testing::TestWithParam<NodeType> {
     const auto* slot = node->field(field);
     return slot ? show(slot->get()) : "(no such field)";
   }
-  static std::string given(const KeptField& field) { return std::string(field.name) + " " + textOf(field.type); }
+  static std::string given(const Spec& field) { return field.name + " " + textOf(field.type); }
+  const std::vector<Spec> kept = specs(GetParam().kept);
+  const std::vector<Spec> discarded = specs(GetParam().discarded);
   test::Parsed parsed;
 };
 
 TEST_P(NodeTypes, ModelHoldsTheKeptFieldsInOrderWithTheirDefaults) {
   const auto node = row().make();
   EXPECT_EQ(node->typeName(), row().name);
-  ASSERT_EQ(node->fields().size(), row().kept.size());
-  for (std::size_t i = 0; i < row().kept.size(); ++i) {
-    const KeptField& field = row().kept[i];
-    SCOPED_TRACE(field.name);
-    EXPECT_EQ(node->fields()[i].name, field.name);
+  ASSERT_EQ(node->fields().size(), kept.size());
+  for (std::size_t i = 0; i < kept.size(); ++i) {
+    SCOPED_TRACE(kept[i].name);
+    EXPECT_EQ(node->fields()[i].name, kept[i].name);
     const FieldValue* value = node->fields()[i].value.get();
-    EXPECT_EQ(show(value), field.initial);
+    EXPECT_EQ(show(value), kept[i].initial);
     if (value) {
-      EXPECT_EQ(value->typeName(), field.type);
+      EXPECT_EQ(value->typeName(), kept[i].type);
       EXPECT_TRUE(value->set);
     }
   }
 }
 
 TEST_P(NodeTypes, ReadsEveryKeptFieldWithOrWithoutItsTypeWord) {
-  for (const KeptField& field : row().kept) {
-    for (const std::string& prefix : {std::string(), std::string(field.type) + " "}) {
+  for (const Spec& field : kept) {
+    for (const std::string& prefix : {std::string(), field.type + " "}) {
       SCOPED_TRACE(prefix + given(field));
       const Node* node = read(prefix + given(field));
       ASSERT_NE(node, nullptr);
@@ -256,10 +191,10 @@ TEST_P(NodeTypes, ReadsEveryKeptFieldWithOrWithoutItsTypeWord) {
 }
 
 TEST_P(NodeTypes, ReadsTheDiscardedFieldsAsTheirTypesAndKeepsNothing) {
-  const KeptField& after = row().kept.front();
-  for (const DiscardedField& field : row().discarded) {
+  const Spec& after = kept.front();
+  for (const Spec& field : discarded) {
     // A value read as the wrong type would leave the position off, and the next field would fail.
-    const std::string body = std::string(field.name) + " " + textOf(field.type) + " " + given(after);
+    const std::string body = given(field) + " " + given(after);
     SCOPED_TRACE(body);
     const Node* node = read(body);
     ASSERT_NE(node, nullptr);
@@ -269,46 +204,39 @@ TEST_P(NodeTypes, ReadsTheDiscardedFieldsAsTheirTypesAndKeepsNothing) {
 }
 
 TEST_P(NodeTypes, AcceptsOnlyItsOwnAccessWords) {
-  for (const std::string_view word : {"field", "exposedField", "eventIn", "eventOut"}) {
+  for (const std::string word : {"field", "exposedField", "eventIn", "eventOut"}) {
     SCOPED_TRACE(word);
-    const bool accepted =
-        std::find(row().accessWords.begin(), row().accessWords.end(), word) != row().accessWords.end();
-    EXPECT_EQ(read(std::string(word) + " " + given(row().kept.front())) != nullptr, accepted);
+    const bool accepted = (" " + std::string(row().accessWords) + " ").find(" " + word + " ") != std::string::npos;
+    EXPECT_EQ(read(word + " " + given(kept.front())) != nullptr, accepted);
   }
 }
 
 TEST_P(NodeTypes, StopsAtTheFieldLimitAndRefusesAnUnknownName) {
   // Every accepted name once, then the first one again: past the limit it is passed over with
   // the rest of the body, below the limit it is a repeat, which fails the node.
-  std::vector<std::pair<std::string_view, std::string_view>> names;
-  for (const KeptField& field : row().kept) names.emplace_back(field.name, field.type);
-  for (const DiscardedField& field : row().discarded) names.emplace_back(field.name, field.type);
   std::string body;
-  for (const auto& [name, type] : names) body += std::string(name) + " " + textOf(type) + " ";
-  body += given(row().kept.front());
+  for (const auto* list : {&kept, &discarded})
+    for (const Spec& field : *list) body += given(field) + " ";
+  body += given(kept.front());
 
   const Node* node = read(body);
-  if (row().fieldLimit > names.size()) {
+  if (row().fieldLimit > kept.size() + discarded.size()) {
     EXPECT_EQ(node, nullptr);
   } else {
     ASSERT_NE(node, nullptr);
-    for (std::size_t i = 0; i < row().kept.size(); ++i) {
-      const KeptField& field = row().kept[i];
-      EXPECT_EQ(shown(node, field.name), i < row().fieldLimit ? sampleOf(field.type) : field.initial) << field.name;
-    }
+    for (std::size_t i = 0; i < kept.size(); ++i)
+      EXPECT_EQ(shown(node, kept[i].name), i < row().fieldLimit ? sampleOf(kept[i].type) : kept[i].initial)
+          << kept[i].name;
   }
   EXPECT_EQ(read("unknownField 1"), nullptr);
 }
 
 TEST_P(NodeTypes, BadNumbersAndWordsKeepTheDefaultOnlyWhereForgiving) {
-  for (const KeptField& field : row().kept) {
+  for (const Spec& field : kept) {
     if (field.type != "SFBool" && field.type != "SFFloat") continue;
     // A bad SFBool word is put back and read as the next field's name; a bad number is consumed.
-    const KeptField* other = nullptr;
-    for (const KeptField& candidate : row().kept)
-      if (candidate.name != field.name && !other) other = &candidate;
-    const std::string bad = field.type == "SFFloat" || !other ? "x" : given(*other);
-    const std::string body = std::string(field.name) + " " + bad;
+    const Spec* other = kept.size() > 1 ? &kept[&field == &kept[0] ? 1 : 0] : nullptr;
+    const std::string body = field.name + " " + (field.type == "SFFloat" || !other ? "x" : given(*other));
     SCOPED_TRACE(body);
     const Node* node = read(body);
     if (!row().forgiving) {
@@ -370,6 +298,9 @@ INSTANTIATE_TEST_SUITE_P(
                  "Group(- Shape)"},
         SkipCase{"SkippedTypesInANodeFieldLeaveItEmpty",
                  "Shape { geometry Text { string \"a\" } appearance Appearance { } }\n", "Shape(Appearance -)"},
+        SkipCase{"ATopLevelDefCannotBeUsed", "DEF A Group { }\nGroup { children [ USE A ] }\n", "Group Group(-)"},
+        SkipCase{"ADefInADiscardedFieldCanBeUsed", "Group { addChildren [ DEF B Shape { } ] children [ USE B ] }\n",
+                 "Group(Shape)"},
         SkipCase{"ADefinedSkippedTypeCannotBeUsed", "Group { children [ DEF V Viewpoint { } USE V Shape { } ] }\n",
                  "Group(- - Shape)"},
         SkipCase{"ATextureInADiscardedFieldIsPassedOver",
@@ -385,47 +316,15 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<SkipCase>& param) { return std::string(param.param.name); });
 
 TEST(SkipRules, RecognisedButUnmodelledTypesAreSkippedWhole) {
-  for (const char* type : {"Anchor",
-                           "AudioClip",
-                           "Background",
-                           "Billboard",
-                           "Collision",
-                           "ColorInterpolator",
-                           "CoordinateInterpolator",
-                           "CylinderSensor",
-                           "DirectionalLight",
-                           "ElevationGrid",
-                           "Extrusion",
-                           "Fog",
-                           "FontStyle",
-                           "ImageTexture",
-                           "Inline",
-                           "LOD",
-                           "MovieTexture",
-                           "NavigationInfo",
-                           "NormalInterpolator",
-                           "OrientationInterpolator",
-                           "PixelTexture",
-                           "PlaneSensor",
-                           "PointLight",
-                           "PointSet",
-                           "PositionInterpolator",
-                           "ProximitySensor",
-                           "ScalarInterpolator",
-                           "Script",
-                           "Sound",
-                           "SphereSensor",
-                           "SpotLight",
-                           "Text",
-                           "TextureCoordinate",
-                           "TextureTransform",
-                           "TimeSensor",
-                           "TouchSensor",
-                           "Viewpoint",
-                           "VisibilitySensor",
-                           "WorldInfo"}) {
+  std::istringstream types(
+      "Anchor AudioClip Background Billboard Collision ColorInterpolator CoordinateInterpolator CylinderSensor "
+      "DirectionalLight ElevationGrid Extrusion Fog FontStyle ImageTexture Inline LOD MovieTexture NavigationInfo "
+      "NormalInterpolator OrientationInterpolator PixelTexture PlaneSensor PointLight PointSet PositionInterpolator "
+      "ProximitySensor ScalarInterpolator Script Sound SphereSensor SpotLight Text TextureCoordinate TextureTransform "
+      "TimeSensor TouchSensor Viewpoint VisibilitySensor WorldInfo");
+  for (std::string type; types >> type;) {
     // A modelled reader would fail on the unknown field and end the read.
-    EXPECT_EQ(outline(parseScene(std::string(type) + " { size 1 2 3 children [ ] }\nShape { }\n")), "- Shape") << type;
+    EXPECT_EQ(outline(parseScene(type + " { size 1 2 3 children [ ] }\nShape { }\n")), "- Shape") << type;
   }
 }
 

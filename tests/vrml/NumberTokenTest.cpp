@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstdio>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -22,60 +23,15 @@ bool referenceInt(const std::string& token, int& value) {
 
 // Tokens as the reader delivers them: no white space, commas, semicolons, brackets, braces or '#'.
 std::vector<std::string> numberTokens() {
-  std::vector<std::string> tokens = {"0",
-                                     "-0",
-                                     "1.5abc",
-                                     "-.5",
-                                     "+1",
-                                     "1e3",
-                                     "inf",
-                                     "-inf",
-                                     "nan",
-                                     "NAN",
-                                     "infinity",
-                                     "0x1p3",
-                                     "0x1.8p-1",
-                                     "-0X10",
-                                     "e5",
-                                     "x",
-                                     ".",
-                                     "-",
-                                     "+",
-                                     "+-1",
-                                     "-+1",
-                                     "1e",
-                                     "1e+",
-                                     "1e-x",
-                                     "1.e5",
-                                     ".5e-3",
-                                     "5.",
-                                     "1e50",
-                                     "-1e50",
-                                     "1e-50",
-                                     "1e-40",
-                                     "3.4028235e38",
-                                     "0.1",
-                                     "0.3",
-                                     "1,",
-                                     "00000000000001.5",
-                                     "1.23456789012345678",
-                                     "12345678901234567890",
-                                     "16777217",
-                                     "16777216.5",
-                                     "2147483647",
-                                     "2147483648",
-                                     "-2147483649",
-                                     "99999999999999",
-                                     "40000",
-                                     "65535",
-                                     "-1",
-                                     "007",
-                                     "1_000",
-                                     "\"1\"",
-                                     "\xff"
-                                     "1",
-                                     "1\xff",
-                                     "TRUE"};
+  std::vector<std::string> tokens;
+  std::istringstream plain(
+      "0 -0 1.5abc -.5 +1 1e3 inf -inf nan NAN infinity 0x1p3 0x1.8p-1 -0X10 e5 x . - + +-1 -+1 1e 1e+ 1e-x 1.e5 .5e-3 "
+      "5. 1e50 -1e50 1e-50 1e-40 3.4028235e38 0.1 0.3 1, 00000000000001.5 1.23456789012345678 12345678901234567890 "
+      "16777217 16777216.5 2147483647 2147483648 -2147483649 99999999999999 40000 65535 -1 007 1_000 \"1\"");
+  for (std::string token; plain >> token;) tokens.push_back(token);
+  tokens.insert(tokens.end(), {"\xff"
+                               "1",
+                               "1\xff", "TRUE"});
   std::mt19937 random(20240601);
   const std::string alphabet = "0123456789.eE+-x";
   for (int i = 0; i < 60000; ++i) {
@@ -149,31 +105,22 @@ TEST(NumberToken, ReaderConvertsTokensInTheTextLikeSscanf) {
   const auto tokens = numberTokens();
   for (std::size_t i = 0; i < tokens.size(); i += 7) {
     const std::string& token = tokens[i];
-    float expected = 0.0f;
-    const bool floatConverts = referenceFloat(token, expected);
-    Group root;
-    root.parse("#VRML V2.0 utf8\nShape { geometry Sphere { radius " + token + " } }\n");
-    if (!floatConverts) {
-      EXPECT_EQ(root.children()->nodes[0], nullptr) << token;
-      continue;
+    float expectedFloat = 0.0f;
+    int expectedInt = 0;
+    Group sphere, choice;
+    sphere.parse("#VRML V2.0 utf8\nShape { geometry Sphere { radius " + token + " } }\n");
+    choice.parse("#VRML V2.0 utf8\nSwitch { whichChoice " + token + " }\n");
+    const auto* shape = static_cast<const Shape*>(sphere.children()->nodes.at(0).get());
+    const auto* which = static_cast<const Switch*>(choice.children()->nodes.at(0).get());
+    ASSERT_EQ(shape != nullptr, referenceFloat(token, expectedFloat)) << token;
+    ASSERT_EQ(which != nullptr, referenceInt(token, expectedInt)) << token;
+    if (shape) {
+      const auto* radius = static_cast<const Sphere&>(*shape->geometry()->node).radius();
+      EXPECT_EQ(std::bit_cast<std::uint32_t>(radius->value), std::bit_cast<std::uint32_t>(expectedFloat)) << token;
     }
-    ASSERT_NE(root.children()->nodes[0], nullptr) << token;
-    const auto& shape = static_cast<const Shape&>(*root.children()->nodes[0]);
-    const auto* radius = static_cast<const Sphere&>(*shape.geometry()->node).radius();
-    ASSERT_EQ(std::bit_cast<std::uint32_t>(radius->value), std::bit_cast<std::uint32_t>(expected)) << token;
-  }
-  for (std::size_t i = 0; i < tokens.size(); i += 7) {
-    const std::string& token = tokens[i];
-    int expected = 0;
-    const bool intConverts = referenceInt(token, expected);
-    Group root;
-    root.parse("#VRML V2.0 utf8\nSwitch { whichChoice " + token + " }\n");
-    if (!intConverts) {
-      EXPECT_EQ(root.children()->nodes.at(0), nullptr) << token;
-      continue;
+    if (which) {
+      EXPECT_EQ(which->whichChoice()->value, expectedInt) << token;
     }
-    ASSERT_NE(root.children()->nodes.at(0), nullptr) << token;
-    EXPECT_EQ(static_cast<const Switch&>(*root.children()->nodes[0]).whichChoice()->value, expected) << token;
   }
 }
 
