@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <ostream>
-#include <sstream>
 
 #include "quillon/quillon.h"
 
@@ -84,11 +83,14 @@ LoadOutcome CheckDocument(const std::string& xml) {
 bool ReadFile(const std::string& path, std::string& text) {
   std::error_code ec;
   if (!std::filesystem::is_regular_file(path, ec)) return false;
+  // Read straight into a string of the file's size: a big scene is not held twice.
+  const auto size = std::filesystem::file_size(path, ec);
+  if (ec) return false;
   std::ifstream in(path, std::ios::binary);
   if (!in) return false;
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  text = buffer.str();
+  text.assign(static_cast<std::size_t>(size), '\0');
+  in.read(text.data(), static_cast<std::streamsize>(size));
+  text.resize(static_cast<std::size_t>(in.gcount()));
   return !in.bad();
 }
 

@@ -290,21 +290,34 @@ std::string CMarkupSTL::GetTagName() const {
   return nodeType_ == MNT_ELEMENT ? std::string(TagName(iPos_)) : std::string();
 }
 
+std::optional<CMarkupSTL::Span> CMarkupSTL::GetCdataSpan() const {
+  if (nodeType_ != MNT_ELEMENT || iPos_ == 0) return std::nullopt;
+  const ElemPos& e = elems_[iPos_];
+  if (e.iFirstChild != 0 || e.nStartTagEnd == e.nEnd) return std::nullopt;
+  const std::size_t start = e.nStartTagEnd + 1;
+  const std::string_view content = std::string_view(doc_).substr(start, e.nEndTagStart - e.nStartTagEnd - 1);
+  std::size_t lead = 0;
+  while (lead < content.size() && ClassOf(content[lead]) == kBlank) ++lead;
+  constexpr std::string_view kCdataOpen = "<![CDATA[";
+  if (!content.substr(lead).starts_with(kCdataOpen)) return std::nullopt;
+  const std::size_t from = lead + kCdataOpen.size();
+  const std::size_t close = content.find("]]>", from);
+  if (close == std::string_view::npos) return std::nullopt;
+  return Span{start + from, close - from};
+}
+
+const char* CMarkupSTL::CutAfter(Span span) {
+  doc_[span.offset + span.length] = '\0';
+  return doc_.c_str() + span.offset;
+}
+
 std::string CMarkupSTL::GetText() const {
   const std::string_view doc(doc_);
   if (nodeType_ == MNT_ELEMENT && iPos_ != 0) {
+    if (const auto cdata = GetCdataSpan()) return std::string(doc.substr(cdata->offset, cdata->length));
     const ElemPos& e = elems_[iPos_];
     if (e.iFirstChild != 0 || e.nStartTagEnd == e.nEnd) return {};
-    const std::string_view content = doc.substr(e.nStartTagEnd + 1, e.nEndTagStart - e.nStartTagEnd - 1);
-    std::size_t lead = 0;
-    while (lead < content.size() && ClassOf(content[lead]) == kBlank) ++lead;
-    constexpr std::string_view kCdataOpen = "<![CDATA[";
-    if (content.substr(lead).starts_with(kCdataOpen)) {
-      const std::size_t from = lead + kCdataOpen.size();
-      const std::size_t close = content.find("]]>", from);
-      if (close != std::string_view::npos) return std::string(content.substr(from, close - from));
-    }
-    return UnescapeText(content);
+    return UnescapeText(doc.substr(e.nStartTagEnd + 1, e.nEndTagStart - e.nStartTagEnd - 1));
   }
   const std::string_view node = doc.substr(std::min(nodeOffset_, doc.size()), nodeLength_);
   auto inner = [&](std::size_t open, std::size_t close) {

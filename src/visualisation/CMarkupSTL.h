@@ -2,6 +2,7 @@
 // The small XML reader and editor that visualisation documents are read with.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,17 @@ class CMarkupSTL {
 
   /// Text of the current element (or of the current non-element node), entities replaced.
   std::string GetText() const;
+  /// Where the current element's text stands in the document when it is one CDATA section
+  /// (blanks before it allowed), which GetText would return as it stands.
+  struct Span {
+    std::size_t offset;
+    std::size_t length;
+  };
+  std::optional<Span> GetCdataSpan() const;
+  /// Ends the document with a NUL right behind `span` (over the "]]>") and returns where the
+  /// span begins: text for readers that stop at NUL, without a copy. The document is cut, so
+  /// nothing more may be read from it before the next LoadText or Clear.
+  const char* CutAfter(Span span);
   /// The named attribute of the current element, entities replaced; empty when absent.
   std::string GetAttribute(std::string_view name) const;
   /// Tag name of the current element; empty when there is none.

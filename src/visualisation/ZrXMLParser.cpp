@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <optional>
 
 #include "channels/FltMatrixText.h"
 #include "core/CoreErrorCodes.h"
@@ -187,26 +188,31 @@ ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, std::string_view xmlD
 
   if (!markup_.FindSibling("Scene")) return Annotate(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE, {}, annotated);
   const std::string format = markup_.GetAttribute("format");
-  std::string sceneText = markup_.GetText();
+  // A scene in one CDATA section is read where it stands in the document; other text is
+  // unescaped into a copy.
+  const std::optional<CMarkupSTL::Span> sceneSpan = markup_.GetCdataSpan();
+  std::string sceneCopy = sceneSpan ? std::string() : markup_.GetText();
+  const bool noSceneText = sceneSpan ? sceneSpan->length == 0 : sceneCopy.empty();
   if (markup_.FindSibling("Scene"))
     return Annotate(ZRVISUALISATIONXMLREADER_PARSE_MULTIPLESCENESFORBIDDEN, "Scene", annotated);
   if (format != "VRML97") return Annotate(ZRVISUALISATIONXMLREADER_PARSE_BADSCENEFORMATATTRIBUTE, "Scene", annotated);
-  if (sceneText.empty()) return Annotate(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE, "Scene", annotated);
+  if (noSceneText) return Annotate(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE, "Scene", annotated);
 
   for (std::string_view route : {"ExternRoute", "ExternRouteToChildren"}) {
     while (markup_.FindSibling(route))
       if (const ErrorCode code = ReadRoute(route, annotated, neededChannelGroups)) return code;
   }
 
-  // Everything else is read: the document's text goes before the big pieces are made from
-  // its scene, and the scene's text before the scene graph is built from the nodes.
-  markup_.Clear();
+  // Everything else is read, so the document may be cut behind the scene; its text goes
+  // before the scene graph is built from the nodes.
   const std::uint32_t sceneTick = GetTickCount();
   VRML::Group scene;
+  const int sceneRead = scene.parse(sceneSpan ? markup_.CutAfter(*sceneSpan) : sceneCopy.c_str());
+  markup_.Clear();
+  std::string().swap(sceneCopy);
   // A scene that does not read is reported as no scene, not as a malformed one.
-  if (scene.parse(sceneText) != 0) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE);
+  if (sceneRead != 0) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOSCENE);
   Trace("Loading of VRML scene took %lf secs.\n", ElapsedSeconds(sceneTick, GetTickCount()));
-  std::string().swap(sceneText);
 
   if (const ErrorCode code = BuildScene(scene)) return code;
 

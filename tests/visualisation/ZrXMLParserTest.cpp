@@ -16,6 +16,7 @@
 #include "visualisation/IMappingRegistrar.h"
 #include "visualisation/ISceneMappingBuilder.h"
 #include "visualisation/ZrXMLParser.h"
+#include "vrml/GroupingNodes.h"
 
 namespace quillon {
 namespace {
@@ -50,7 +51,12 @@ struct Registrar : IMappingRegistrar {
 // A holder whose builders record their calls; the mapping builder binds every route whose
 // field is not "unbound".
 struct Holder : ISceneGraphImplementor, ISGBuilder, ISceneMappingBuilder {
-  bool build(const VRML::Group&) override { return ++sceneBuilds, sceneOk; }
+  bool build(const VRML::Group& scene) override {
+    topNames.clear();
+    if (const VRML::MFNode* children = scene.children())
+      for (const auto& node : children->nodes) topNames.push_back(node ? node->name() : "");
+    return ++sceneBuilds, sceneOk;
+  }
   bool build(std::vector<RouteRecord>& routes) override {
     for (RouteRecord& r : routes)
       if (r.targetFieldName != "unbound") r.mapping = std::make_unique<Mapping>();
@@ -75,6 +81,7 @@ struct Holder : ISceneGraphImplementor, ISGBuilder, ISceneMappingBuilder {
   osgFakeCamera fakeCamera;
   int sceneBuilds = 0;
   bool sceneOk = true;
+  std::vector<std::string> topNames;
 };
 
 struct Fault {
@@ -298,6 +305,25 @@ TEST(ZrXMLParser, RegistersWhatTheBuilderBoundAndGoesOnAfterAFailure) {
   EXPECT_EQ(parser.Parse(registrar, document, &annotated, nullptr), 1290808);
   EXPECT_EQ(annotated, "");
   EXPECT_EQ(registrar.clears, 1);
+}
+
+// The scene reads the same from a CDATA section, with blanks before it, and from plain text;
+// text behind the section is not part of it, and the routes behind the scene still count.
+TEST(ZrXMLParser, ReadsTheSceneTextWhereverItStands) {
+  const std::string vrml = "#VRML V2.0 utf8\nDEF A Group { }\nDEF B Group { }\n";
+  for (const std::string& scene : {"<![CDATA[" + vrml + "]]>", " \n\t<![CDATA[" + vrml + "]]>", vrml,
+                                   "<![CDATA[" + vrml + "]]>DEF C Group { }\n"}) {
+    SCOPED_TRACE(scene);
+    Holder holder;
+    ZrXMLParser parser(&holder);
+    Registrar registrar;
+    std::string needed;
+    const std::string document = Doc("<Scene format=\"VRML97\">" + scene + "</Scene>" + Route("P[1][0][1D]", "A.x"));
+    ASSERT_EQ(parser.Parse(registrar, document, nullptr, &needed), 0);
+    EXPECT_EQ(holder.topNames, (std::vector<std::string>{"A", "B"}));
+    EXPECT_EQ(registrar.registered, std::vector<std::string>{"P/1/0"});
+    EXPECT_EQ(needed, "[P, 1]");
+  }
 }
 
 TEST(ZrXMLParser, TracesBothLoadingTimes) {
