@@ -1,6 +1,5 @@
 #include "scenegraph/osgFaceSet.h"
 
-#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -18,61 +17,35 @@ struct Face {
 
 osg::Vec3 toScene(const VRML::Vec3f& p, float scale) { return osg::Vec3(p.x * scale, p.y * scale, p.z * scale); }
 
-// The usable faces of a face set, walked in order without a list of them: big meshes would
-// spend more on the list than on the walk.
-class Faces {
- public:
-  explicit Faces(const FaceSetInput& input) : in(input), usablePoint(input.points.size()) {
-    // A point is usable when it is finite in scene units, where a large one may overflow.
-    for (std::size_t i = 0; i < in.points.size(); ++i)
-      usablePoint[i] = GlFinite(toScene(in.points[i], in.scale)) ? 1 : 0;
-    forEach([&](const Face& f) {
-      ++usableCount;
-      triangleCount += f.end - f.begin - 2;
-      lastNumber = f.number;
-    });
-  }
+// A point is usable when it is finite in scene units, where a large one may overflow.
+bool usablePoint(const FaceSetInput& in, std::size_t i) { return GlFinite(toScene(in.points[i], in.scale)); }
 
-  bool empty() const { return usableCount == 0; }
-  std::size_t triangles() const { return triangleCount; }
-  // One more than the number of the last usable face.
-  std::size_t numbered() const { return empty() ? 0 : lastNumber + 1; }
-  bool allPointsUsable() const {
-    return std::all_of(usablePoint.begin(), usablePoint.end(), [](std::uint8_t u) { return u != 0; });
-  }
-
-  // Calls visit(face) for every face with three indices or more, all of usable points.
-  template <class Visit>
-  void forEach(Visit visit) const {
-    const auto pointCount = static_cast<std::int64_t>(in.points.size());
-    std::size_t begin = 0, number = 0;
-    bool usable = true;
-    for (std::size_t i = 0; i <= in.coordIndex.size(); ++i) {
-      const bool last = i == in.coordIndex.size();
-      if (last || in.coordIndex[i] == -1) {
-        if (last && i == begin) break;
-        if (usable && i - begin >= 3) visit(Face{begin, i, number});
-        ++number;
-        begin = i + 1;
-        usable = true;
-        continue;
-      }
-      const std::int32_t index = in.coordIndex[i];
-      if (index < 0 || index >= pointCount || !usablePoint[static_cast<std::size_t>(index)]) usable = false;
+std::vector<Face> usableFaces(const FaceSetInput& in) {
+  std::vector<Face> faces;
+  const auto pointCount = static_cast<std::int64_t>(in.points.size());
+  std::size_t begin = 0, number = 0;
+  bool usable = true;
+  for (std::size_t i = 0; i <= in.coordIndex.size(); ++i) {
+    const bool last = i == in.coordIndex.size();
+    if (last || in.coordIndex[i] == -1) {
+      if (last && i == begin) break;
+      if (usable && i - begin >= 3) faces.push_back({begin, i, number});
+      ++number;
+      begin = i + 1;
+      usable = true;
+      continue;
     }
+    const std::int32_t index = in.coordIndex[i];
+    if (index < 0 || index >= pointCount || !usablePoint(in, static_cast<std::size_t>(index))) usable = false;
   }
-
- private:
-  const FaceSetInput& in;
-  std::vector<std::uint8_t> usablePoint;
-  std::size_t usableCount = 0, triangleCount = 0, lastNumber = 0;
-};
+  return faces;
+}
 
 // Where each corner (a position in coordIndex) or each face takes its colour or normal from;
 // empty when the values cannot serve every usable face.
 template <class Value>
 std::vector<std::uint32_t> attributeIndices(std::span<const Value> values, std::span<const std::int32_t> index,
-                                            bool perVertex, const FaceSetInput& in, const Faces& faces) {
+                                            bool perVertex, const FaceSetInput& in, const std::vector<Face>& faces) {
   std::vector<std::uint32_t> result;
   if (values.empty()) return result;
   auto lookup = [&](std::size_t at, std::int32_t fallback, std::uint32_t& out) {
@@ -81,18 +54,16 @@ std::vector<std::uint32_t> attributeIndices(std::span<const Value> values, std::
     out = static_cast<std::uint32_t>(i);
     return true;
   };
-  bool fits = true;
   if (perVertex) {
     result.assign(in.coordIndex.size(), 0);
-    faces.forEach([&](const Face& f) {
-      for (std::size_t k = f.begin; k < f.end && fits; ++k) fits = lookup(k, in.coordIndex[k], result[k]);
-    });
+    for (const Face& f : faces)
+      for (std::size_t k = f.begin; k < f.end; ++k)
+        if (!lookup(k, in.coordIndex[k], result[k])) return {};
   } else {
-    result.assign(faces.numbered(), 0);
-    faces.forEach(
-        [&](const Face& f) { fits = fits && lookup(f.number, static_cast<std::int32_t>(f.number), result[f.number]); });
+    result.assign(faces.empty() ? 0 : faces.back().number + 1, 0);
+    for (const Face& f : faces)
+      if (!lookup(f.number, static_cast<std::int32_t>(f.number), result[f.number])) return {};
   }
-  if (!fits) result.clear();
   return result;
 }
 
@@ -100,9 +71,9 @@ osg::Vec3 toVec(const VRML::Vec3f& p) { return osg::Vec3(p.x, p.y, p.z); }
 osg::Vec4 toColour(const VRML::Color3f& c) { return GlColour(c.red, c.green, c.blue, 1.0f); }
 
 // Smooth normals of the points: each triangle adds its area-weighted normal to its corners.
-std::vector<osg::Vec3> smoothNormals(const FaceSetInput& in, const Faces& faces) {
+std::vector<osg::Vec3> smoothNormals(const FaceSetInput& in, const std::vector<Face>& faces) {
   std::vector<osg::Vec3> normals(in.points.size(), osg::Vec3());
-  faces.forEach([&](const Face& f) {
+  for (const Face& f : faces) {
     const auto a = static_cast<std::size_t>(in.coordIndex[f.begin]);
     const osg::Vec3 pa = toVec(in.points[a]);
     for (std::size_t k = f.begin + 1; k + 1 < f.end; ++k) {
@@ -112,7 +83,7 @@ std::vector<osg::Vec3> smoothNormals(const FaceSetInput& in, const Faces& faces)
       normals[b] += n;
       normals[c] += n;
     }
-  });
+  }
   for (osg::Vec3& n : normals)
     if (n.normalize() <= 0 || !std::isfinite(n.x())) n.set(0, 1, 0);
   return normals;
@@ -121,7 +92,7 @@ std::vector<osg::Vec3> smoothNormals(const FaceSetInput& in, const Faces& faces)
 }  // namespace
 
 osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
-  const Faces faces(in);
+  const std::vector<Face> faces = usableFaces(in);
   if (faces.empty()) return nullptr;
   const auto colourAt = attributeIndices(in.colours, in.colourIndex, in.colourPerVertex, in, faces);
   const auto normalAt = attributeIndices(in.normals, in.normalIndex, in.normalPerVertex, in, faces);
@@ -136,45 +107,35 @@ osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
   // Colours and normals that follow the points (no index lists of their own) let the
   // vertices be shared; anything else gives every corner a vertex of its own. Shared vertices
   // are all the points, used or not, so an unusable one among them forbids sharing.
-  const bool allUsable = faces.allPointsUsable();
+  bool allUsable = true;
+  for (std::size_t i = 0; i < in.points.size() && allUsable; ++i) allUsable = usablePoint(in, i);
   const bool shared = allUsable && (!hasColours || (in.colourPerVertex && in.colourIndex.empty())) &&
                       (!hasNormals || (in.normalPerVertex && in.normalIndex.empty()));
   if (shared) {
     vertices->reserve(in.points.size());
     for (const VRML::Vec3f& p : in.points) vertices->push_back(toScene(p, in.scale));
-    // Generated normals cover every point (an unused one gets +y); given ones and colours
-    // reach the points that faces use.
-    if (!hasNormals) {
-      const std::vector<osg::Vec3> smooth = smoothNormals(in, faces);
-      normals->assign(smooth.begin(), smooth.end());
-    } else {
-      normals->resize(in.points.size(), osg::Vec3(0, 1, 0));
-    }
+    std::vector<osg::Vec3> smooth;
+    if (!hasNormals) smooth = smoothNormals(in, faces);
+    normals->resize(in.points.size(), osg::Vec3(0, 1, 0));
     if (hasColours) colours->resize(in.points.size(), osg::Vec4(1, 1, 1, 1));
     osg::ref_ptr<osg::DrawElementsUInt> triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
-    triangles->reserve(3 * faces.triangles());
-    faces.forEach([&](const Face& f) {
+    for (const Face& f : faces) {
       const auto a = static_cast<std::uint32_t>(in.coordIndex[f.begin]);
       for (std::size_t k = f.begin + 1; k + 1 < f.end; ++k) {
         triangles->push_back(a);
         triangles->push_back(static_cast<std::uint32_t>(in.coordIndex[k]));
         triangles->push_back(static_cast<std::uint32_t>(in.coordIndex[k + 1]));
       }
-      if (!hasNormals && !hasColours) return;
       for (std::size_t k = f.begin; k < f.end; ++k) {
         const auto v = static_cast<std::size_t>(in.coordIndex[k]);
-        if (hasNormals) (*normals)[v] = toVec(in.normals[normalAt[k]]);
+        (*normals)[v] = hasNormals ? toVec(in.normals[normalAt[k]]) : smooth[v];
         if (hasColours) (*colours)[v] = toColour(in.colours[colourAt[k]]);
       }
-    });
+    }
     geometry->addPrimitiveSet(triangles.get());
   } else {
     std::vector<osg::Vec3> smooth;
     if (!hasNormals) smooth = smoothNormals(in, faces);
-    const std::size_t corners = 3 * faces.triangles();
-    vertices->reserve(corners);
-    normals->reserve(corners);
-    if (hasColours) colours->reserve(corners);
     auto corner = [&](const Face& f, std::size_t k) {
       const auto v = static_cast<std::size_t>(in.coordIndex[k]);
       vertices->push_back(toScene(in.points[v], in.scale));
@@ -184,13 +145,13 @@ osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
         normals->push_back(toVec(in.normals[normalAt[in.normalPerVertex ? k : f.number]]));
       if (hasColours) colours->push_back(toColour(in.colours[colourAt[in.colourPerVertex ? k : f.number]]));
     };
-    faces.forEach([&](const Face& f) {
+    for (const Face& f : faces) {
       for (std::size_t k = f.begin + 1; k + 1 < f.end; ++k) {
         corner(f, f.begin);
         corner(f, k);
         corner(f, k + 1);
       }
-    });
+    }
     geometry->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(vertices->size())));
   }
   geometry->setVertexArray(vertices.get());
