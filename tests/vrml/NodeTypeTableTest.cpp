@@ -71,16 +71,16 @@ std::string textOf(std::string_view type) {
 
 // A field as a row names it: "name type initial", the initial value in the text's notation and
 // empty for an empty slot. Rows list their fields separated by semicolons.
-struct Spec {
+struct FieldEntry {
   std::string name, type, initial;
 };
 
-std::vector<Spec> specs(std::string_view list) {
-  std::vector<Spec> fields;
+std::vector<FieldEntry> fieldEntries(std::string_view list) {
+  std::vector<FieldEntry> fields;
   std::istringstream in{std::string(list)};
   for (std::string entry; std::getline(in, entry, ';');) {
     std::istringstream words(entry);
-    Spec& field = fields.emplace_back();
+    FieldEntry& field = fields.emplace_back();
     words >> field.name >> field.type >> std::ws;
     std::getline(words, field.initial);
   }
@@ -156,9 +156,9 @@ class NodeTypes : public testing::TestWithParam<NodeType> {
     const auto* slot = node->field(field);
     return slot ? show(slot->get()) : "(no such field)";
   }
-  static std::string given(const Spec& field) { return field.name + " " + textOf(field.type); }
-  const std::vector<Spec> kept = specs(GetParam().kept);
-  const std::vector<Spec> discarded = specs(GetParam().discarded);
+  static std::string given(const FieldEntry& field) { return field.name + " " + textOf(field.type); }
+  const std::vector<FieldEntry> kept = fieldEntries(GetParam().kept);
+  const std::vector<FieldEntry> discarded = fieldEntries(GetParam().discarded);
   test::Parsed parsed;
 };
 
@@ -179,7 +179,7 @@ TEST_P(NodeTypes, ModelHoldsTheKeptFieldsInOrderWithTheirDefaults) {
 }
 
 TEST_P(NodeTypes, ReadsEveryKeptFieldWithOrWithoutItsTypeWord) {
-  for (const Spec& field : kept) {
+  for (const FieldEntry& field : kept) {
     for (const std::string& prefix : {std::string(), field.type + " "}) {
       SCOPED_TRACE(prefix + given(field));
       const Node* node = read(prefix + given(field));
@@ -191,8 +191,8 @@ TEST_P(NodeTypes, ReadsEveryKeptFieldWithOrWithoutItsTypeWord) {
 }
 
 TEST_P(NodeTypes, ReadsTheDiscardedFieldsAsTheirTypesAndKeepsNothing) {
-  const Spec& after = kept.front();
-  for (const Spec& field : discarded) {
+  const FieldEntry& after = kept.front();
+  for (const FieldEntry& field : discarded) {
     // A value read as the wrong type would leave the position off, and the next field would fail.
     const std::string body = given(field) + " " + given(after);
     SCOPED_TRACE(body);
@@ -216,7 +216,7 @@ TEST_P(NodeTypes, StopsAtTheFieldLimitAndRefusesAnUnknownName) {
   // the rest of the body, below the limit it is a repeat, which fails the node.
   std::string body;
   for (const auto* list : {&kept, &discarded})
-    for (const Spec& field : *list) body += given(field) + " ";
+    for (const FieldEntry& field : *list) body += given(field) + " ";
   body += given(kept.front());
 
   const Node* node = read(body);
@@ -232,10 +232,10 @@ TEST_P(NodeTypes, StopsAtTheFieldLimitAndRefusesAnUnknownName) {
 }
 
 TEST_P(NodeTypes, BadNumbersAndWordsKeepTheDefaultOnlyWhereForgiving) {
-  for (const Spec& field : kept) {
+  for (const FieldEntry& field : kept) {
     if (field.type != "SFBool" && field.type != "SFFloat") continue;
     // A bad SFBool word is put back and read as the next field's name; a bad number is consumed.
-    const Spec* other = kept.size() > 1 ? &kept[&field == &kept[0] ? 1 : 0] : nullptr;
+    const FieldEntry* other = kept.size() > 1 ? &kept[&field == &kept[0] ? 1 : 0] : nullptr;
     const std::string body = field.name + " " + (field.type == "SFFloat" || !other ? "x" : given(*other));
     SCOPED_TRACE(body);
     const Node* node = read(body);
