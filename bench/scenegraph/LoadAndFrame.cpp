@@ -2,8 +2,12 @@
 //   scenegraph_load_frame mesh TRIANGLES OUT.xml   a height field of about that many triangles
 //   scenegraph_load_frame parts COUNT OUT.xml      boxes, spheres, cones and cylinders in a grid
 //   scenegraph_load_frame measure DOC.xml          load time, peak memory, frame times
+//   scenegraph_load_frame touch MEGABYTES          what a first write costs on this machine,
+//                                                  with small pages and with huge pages
+#include <sys/mman.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -143,6 +147,29 @@ int measure(const std::string& path) {
   return refused ? 1 : 0;
 }
 
+// Writes one byte per 4 KiB page of a fresh mapping; with `huge`, after advising huge pages.
+double firstTouchSeconds(std::size_t bytes, bool huge) {
+  void* mapping = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (mapping == MAP_FAILED) return -1;
+  const auto start = std::chrono::steady_clock::now();
+  if (huge) madvise(mapping, bytes, MADV_HUGEPAGE);
+  auto* bytesOf = static_cast<volatile unsigned char*>(mapping);
+  for (std::size_t i = 0; i < bytes; i += 4096) bytesOf[i] = 1;
+  const double seconds = secondsSince(start);
+  munmap(mapping, bytes);
+  return seconds;
+}
+
+int touch(long megabytes) {
+  const std::size_t bytes = static_cast<std::size_t>(std::max(2L, megabytes)) << 20;
+  for (int round = 0; round < 3; ++round) {
+    const double small = firstTouchSeconds(bytes, false), huge = firstTouchSeconds(bytes, true);
+    std::printf("first write of %zu MB: %.1f ms in 4 KiB pages (%.2f us a page), %.1f ms with huge pages advised\n",
+                bytes >> 20, small * 1000, small * 1e6 / static_cast<double>(bytes / 4096), huge * 1000);
+  }
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -155,6 +182,8 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (argc == 3 && std::string(argv[1]) == "measure") return measure(argv[2]);
-  std::fprintf(stderr, "usage: %s mesh TRIANGLES OUT.xml | parts COUNT OUT.xml | measure DOC.xml\n", argv[0]);
+  if (argc == 3 && std::string(argv[1]) == "touch") return touch(std::atol(argv[2]));
+  std::fprintf(stderr, "usage: %s mesh TRIANGLES OUT.xml | parts COUNT OUT.xml | measure DOC.xml | touch MEGABYTES\n",
+               argv[0]);
   return 2;
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "core/LargeBuffers.h"
 #include "scenegraph/GlValues.h"
 #include "scenegraph/osgPrimitiveShapes.h"
 
@@ -22,6 +23,8 @@ bool usablePoint(const FaceSetInput& in, std::size_t i) { return GlFinite(toScen
 
 std::vector<Face> usableFaces(const FaceSetInput& in) {
   std::vector<Face> faces;
+  // A face has three indices at least, and all but the last a -1 after them.
+  ReserveLarge(faces, (in.coordIndex.size() + 1) / 4);
   const auto pointCount = static_cast<std::int64_t>(in.points.size());
   std::size_t begin = 0, number = 0;
   bool usable = true;
@@ -67,12 +70,20 @@ std::vector<std::uint32_t> attributeIndices(std::span<const Value> values, std::
   return result;
 }
 
+std::size_t triangleCount(const std::vector<Face>& faces) {
+  std::size_t count = 0;
+  for (const Face& f : faces) count += f.end - f.begin - 2;
+  return count;
+}
+
 osg::Vec3 toVec(const VRML::Vec3f& p) { return osg::Vec3(p.x, p.y, p.z); }
 osg::Vec4 toColour(const VRML::Color3f& c) { return GlColour(c.red, c.green, c.blue, 1.0f); }
 
 // Smooth normals of the points: each triangle adds its area-weighted normal to its corners.
 std::vector<osg::Vec3> smoothNormals(const FaceSetInput& in, const std::vector<Face>& faces) {
-  std::vector<osg::Vec3> normals(in.points.size(), osg::Vec3());
+  std::vector<osg::Vec3> normals;
+  ReserveLarge(normals, in.points.size());
+  normals.resize(in.points.size(), osg::Vec3());
   for (const Face& f : faces) {
     const auto a = static_cast<std::size_t>(in.coordIndex[f.begin]);
     const osg::Vec3 pa = toVec(in.points[a]);
@@ -112,13 +123,18 @@ osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
   const bool shared = allUsable && (!hasColours || (in.colourPerVertex && in.colourIndex.empty())) &&
                       (!hasNormals || (in.normalPerVertex && in.normalIndex.empty()));
   if (shared) {
-    vertices->reserve(in.points.size());
+    ReserveLarge(vertices->asVector(), in.points.size());
     for (const VRML::Vec3f& p : in.points) vertices->push_back(toScene(p, in.scale));
     std::vector<osg::Vec3> smooth;
     if (!hasNormals) smooth = smoothNormals(in, faces);
+    ReserveLarge(normals->asVector(), in.points.size());
     normals->resize(in.points.size(), osg::Vec3(0, 1, 0));
-    if (hasColours) colours->resize(in.points.size(), osg::Vec4(1, 1, 1, 1));
+    if (hasColours) {
+      ReserveLarge(colours->asVector(), in.points.size());
+      colours->resize(in.points.size(), osg::Vec4(1, 1, 1, 1));
+    }
     osg::ref_ptr<osg::DrawElementsUInt> triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
+    ReserveLarge(triangles->asVector(), 3 * triangleCount(faces));
     for (const Face& f : faces) {
       const auto a = static_cast<std::uint32_t>(in.coordIndex[f.begin]);
       for (std::size_t k = f.begin + 1; k + 1 < f.end; ++k) {
@@ -136,6 +152,10 @@ osg::ref_ptr<osg::Geometry> MakeFaceSet(const FaceSetInput& in) {
   } else {
     std::vector<osg::Vec3> smooth;
     if (!hasNormals) smooth = smoothNormals(in, faces);
+    const std::size_t corners = 3 * triangleCount(faces);
+    ReserveLarge(vertices->asVector(), corners);
+    ReserveLarge(normals->asVector(), corners);
+    if (hasColours) ReserveLarge(colours->asVector(), corners);
     auto corner = [&](const Face& f, std::size_t k) {
       const auto v = static_cast<std::size_t>(in.coordIndex[k]);
       vertices->push_back(toScene(in.points[v], in.scale));

@@ -6,6 +6,7 @@
 
 #include "channels/FltMatrixText.h"
 #include "core/CoreErrorCodes.h"
+#include "core/LargeBuffers.h"
 #include "core/Trace.h"
 #include "core/ZrErrorHandler.h"
 #include "scenegraph/ISGBuilder.h"
@@ -153,7 +154,10 @@ ErrorCode ZrXMLParser::Parse(IMappingRegistrar& registrar, std::string_view xmlD
   hide_ = true;
   routes_.clear();
 
-  markup_.LoadText(std::string(xmlDescription));
+  std::string copy;
+  ReserveLarge(copy, xmlDescription.size());
+  copy.assign(xmlDescription);
+  markup_.LoadText(std::move(copy));
   if (!markup_.IsWellFormed()) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_BADXMLFILE);
   if (!markup_.FindSibling("Visualisation")) return RaiseRootError(ZRVISUALISATIONXMLREADER_PARSE_NOVISUALISATIONFOUND);
 

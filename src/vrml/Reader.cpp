@@ -6,6 +6,7 @@
 #include <array>
 #include <cstring>
 
+#include "core/LargeBuffers.h"
 #include "core/Trace.h"
 #include "vrml/Grammar.h"
 #include "vrml/Lexer.h"
@@ -438,7 +439,7 @@ std::unique_ptr<FieldValue> Reader::readIntList() {
   value->set = true;
   const char* close = nullptr;
   if (openList(close)) {
-    value->values.reserve(lexer::countTokens(pos, close));
+    quillon::ReserveLarge(value->values, lexer::countTokens(pos, close));
     for (;;) {
       std::int32_t item;
       if (!readInt(item)) {
@@ -465,7 +466,7 @@ std::unique_ptr<FieldValue> Reader::readTripleList() {
   value->set = true;
   const char* close = nullptr;
   if (openList(close)) {
-    value->values.reserve(lexer::countTokens(pos, close) / 3 + 1);
+    quillon::ReserveLarge(value->values, lexer::countTokens(pos, close) / 3 + 1);
     for (;;) {
       float a, b, c;
       if (!readFloat(a) || !readFloat(b) || !readFloat(c)) {
