@@ -6,11 +6,8 @@
 #include <osg/BoundingBox>
 #include <osg/ComputeBoundsVisitor>
 
-#include "channels/QuillonChannelgroupDecoder.h"
 #include "control/QuillonComponent.h"
-#include "mapping/osgSceneMappingBuilder.h"
 #include "scenegraph/OSGSceneGraph.h"
-#include "visualisation/ZrXMLParser.h"
 
 namespace quillon::app {
 namespace {
@@ -47,13 +44,7 @@ std::string Format(double value) {
 SceneBounds MotionBounds(const std::string& xml, const std::vector<ChannelStreamRecord>& records) {
   // A holder of its own: the one that the program shows stays untouched.
   OSGSceneGraph holder;
-  holder.initialize();
-  holder.setSceneMappingBuilder(std::make_shared<osgSceneMappingBuilder>(holder));
-  ComponentParts parts;
-  parts.decoder = std::make_unique<QuillonChannelgroupDecoder>();
-  parts.parser = std::make_unique<ZrXMLParser>(&holder);
-  parts.sceneGraph = &holder;
-  QuillonComponent component(std::move(parts));
+  QuillonComponent component(MakeWindowlessParts(holder));
 
   std::string annotated, groups;
   SceneBounds bounds;

@@ -11,6 +11,8 @@
 
 namespace quillon {
 
+class OSGSceneGraph;
+
 /// Makes the render area for a window: parent 0 asks for an offscreen one.
 using RenderAreaFactory = std::function<std::unique_ptr<IRenderArea>(unsigned long parent, int width, int height)>;
 
@@ -26,5 +28,9 @@ struct ComponentParts {
 /// The parts of the real viewer: the decoder, the document reader, the shared scene-graph
 /// holder and the render areas that this build can make.
 ComponentParts MakeDefaultParts();
+
+/// Readies a scene-graph holder of the caller's own and returns the parts of a viewer over it,
+/// without windows: for loading and playing a document beside the scene that is shown.
+ComponentParts MakeWindowlessParts(OSGSceneGraph& holder);
 
 }  // namespace quillon

@@ -35,4 +35,14 @@ ComponentParts MakeDefaultParts() {
   return parts;
 }
 
+ComponentParts MakeWindowlessParts(OSGSceneGraph& holder) {
+  holder.initialize();
+  holder.setSceneMappingBuilder(std::make_shared<osgSceneMappingBuilder>(holder));
+  ComponentParts parts;
+  parts.decoder = std::make_unique<QuillonChannelgroupDecoder>();
+  parts.parser = std::make_unique<ZrXMLParser>(&holder);
+  parts.sceneGraph = &holder;
+  return parts;
+}
+
 }  // namespace quillon

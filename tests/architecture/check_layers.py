@@ -19,21 +19,14 @@ SOURCES = ('.h', '.hpp', '.c', '.cpp')
 
 def owner(path, subsystems):
     """The subsystem whose folder holds the path, the most deeply nested one if several do."""
-    found = None
-    for sub in subsystems:
-        if path.startswith(sub + '/') and (found is None or len(sub) > len(found)):
-            found = sub
-    return found
+    return max((sub for sub in subsystems if path.startswith(sub + '/')), key=len, default=None)
 
 
 def main(argv):
     if len(argv) < 3:
         sys.exit(__doc__)
     src, layers = argv[1], argv[2:]
-    level = {}
-    for i, layer in enumerate(layers):
-        for sub in layer.split():
-            level[sub] = i
+    level = {sub: i for i, layer in enumerate(layers) for sub in layer.split()}
     problems = [f'{sub}: named in the layers, but {src}/{sub} is no folder'
                 for sub in level if not os.path.isdir(os.path.join(src, sub))]
 
@@ -53,9 +46,7 @@ def main(argv):
             with open(path, encoding='utf-8', errors='replace') as f:
                 for number, line in enumerate(f, 1):
                     match = INCLUDE.match(line)
-                    if not match:
-                        continue
-                    target = owner(match.group(1), level)
+                    target = owner(match.group(1), level) if match else None
                     if target is None or target == me:
                         continue
                     crossings += 1

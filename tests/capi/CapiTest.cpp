@@ -20,34 +20,26 @@ TEST(CApi, EveryFunctionAcceptsANullControl) {
   EXPECT_EQ(quillon_error_text(nullptr), nullptr);
   EXPECT_EQ(quillon_GetMinimalWindowWidth_v1(nullptr), 0);
   EXPECT_EQ(quillon_GetMinimalWindowHeight_v1(nullptr), 0);
-  QuillonBytes b = quillon_SendChannels_v1(nullptr, nullptr, 5);
-  EXPECT_EQ(b.data, nullptr);
-  b = quillon_InitializeViewer_v1(nullptr, nullptr, nullptr, nullptr);
-  EXPECT_EQ(b.data, nullptr);
+  EXPECT_EQ(quillon_SendChannels_v1(nullptr, nullptr, 5).data, nullptr);
+  EXPECT_EQ(quillon_InitializeViewer_v1(nullptr, nullptr, nullptr, nullptr).data, nullptr);
   EXPECT_EQ(quillon_GetCameraPosition_v1(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 0);
   EXPECT_EQ(quillon_SetCameraPosition_v1(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 0);
   EXPECT_EQ(quillon_HideNode_v1(nullptr, nullptr), 0);
   EXPECT_EQ(quillon_UnhideNode_v1(nullptr, nullptr), 0);
-  quillon_resize(nullptr, 1, 1);
-  quillon_destroy_window(nullptr);
-  quillon_SetBackgroundColour_v1(nullptr, 0, 0, 0, 0, 0, 0);
-  quillon_SetForegroundColour_v1(nullptr, 0, 0, 0);
-  quillon_RemoveForegroundColour_v1(nullptr);
-  quillon_EnableContextMenu_v1(nullptr);
-  quillon_DisableContextMenu_v1(nullptr);
-  quillon_EnableNavigationControls_v1(nullptr);
-  quillon_DisableNavigationControls_v1(nullptr);
-  quillon_EnableMouseNavigation_v2(nullptr);
-  quillon_DisableMouseNavigation_v2(nullptr);
-  quillon_ViewAll_v2(nullptr);
-  quillon_SetMeaningfulThreshold(nullptr, 1);
-  quillon_SetNominalThreshold(nullptr, 1);
-  quillon_SetViewportManipulationMode(nullptr, 1);
   char* untouched = nullptr;
   EXPECT_EQ(quillon_load_document(nullptr, "<Visualisation/>", &untouched, &untouched), 1290303);
   EXPECT_EQ(untouched, nullptr);
-  quillon_process_events(nullptr);
-  quillon_destroy(nullptr);
+  quillon_resize(nullptr, 1, 1);
+  quillon_SetBackgroundColour_v1(nullptr, 0, 0, 0, 0, 0, 0);
+  quillon_SetForegroundColour_v1(nullptr, 0, 0, 0);
+  quillon_SetMeaningfulThreshold(nullptr, 1);
+  quillon_SetNominalThreshold(nullptr, 1);
+  quillon_SetViewportManipulationMode(nullptr, 1);
+  for (auto f : {quillon_destroy_window, quillon_RemoveForegroundColour_v1, quillon_EnableContextMenu_v1,
+                 quillon_DisableContextMenu_v1, quillon_EnableNavigationControls_v1,
+                 quillon_DisableNavigationControls_v1, quillon_EnableMouseNavigation_v2,
+                 quillon_DisableMouseNavigation_v2, quillon_ViewAll_v2, quillon_process_events, quillon_destroy})
+    f(nullptr);
   quillon_free(nullptr);
 }
 
@@ -63,6 +55,7 @@ TEST(CApi, BadArgumentsReturnCleanly) {
   quillon_destroy_window(ctrl);
   quillon_destroy_window(ctrl);
 
+  EXPECT_EQ(quillon_HideNode_v1(ctrl, nullptr), 0);
   char* empty = nullptr;
   EXPECT_EQ(quillon_HideNode_v1(ctrl, &empty), 0);
   char blank[] = "";
@@ -111,15 +104,6 @@ TEST(CApi, LoadDocumentSaysHowTheLoadWent) {
   Load malformed = LoadDocument(ctrl, "not a document");
   EXPECT_EQ(malformed.code, 1290800);
   EXPECT_EQ(malformed.annotated, "");
-  // InitializeViewer_v1 answers with the empty text all the same, and still writes both outputs.
-  char xml[] = "not a document";
-  char* doc = xml;
-  Owned annotated, groups;
-  QuillonBytes r = quillon_InitializeViewer_v1(ctrl, &doc, &annotated.p, &groups.p);
-  EXPECT_EQ(r.data, nullptr);
-  EXPECT_EQ(r.size, 0u);
-  EXPECT_NE(annotated.p, nullptr);
-  EXPECT_NE(groups.p, nullptr);
 
   std::string badVersion = Document(routes);
   badVersion.replace(badVersion.find("1.0</Version>"), 3, "2.0");
@@ -151,13 +135,7 @@ TEST(CApi, TraceLinesReachTheHostsCallbackUntilItIsRemoved) {
   TraceLines trace;
   quillon_set_trace_callback(&TraceLines::Take, &trace);
   ASSERT_EQ(LoadDocument(ctrl, Document("")).code, 0);
-  ASSERT_FALSE(trace.lines.empty());
-  bool loading = false;
-  for (const std::string& line : trace.lines) {
-    EXPECT_TRUE(line.empty() || line.back() != '\n') << line;
-    loading = loading || line.rfind("Loading of VRML scene took ", 0) == 0;
-  }
-  EXPECT_TRUE(loading);
+  ASSERT_FALSE(trace.lines.empty());  // what they say is checked from Python
 
   quillon_set_trace_callback(nullptr, nullptr);
   const std::size_t seen = trace.lines.size();

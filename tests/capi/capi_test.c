@@ -33,20 +33,11 @@ int main(void) {
   CHECK(errors != NULL && strstr(errors, "1290302") != NULL);
   quillon_free(errors);
 
-  char* position = NULL;
-  char* orientation = NULL;
-  char* nearDistance = NULL;
-  char* farDistance = NULL;
-  char* focal = NULL;
-  char* zoom = NULL;
-  CHECK(quillon_GetCameraPosition_v1(ctrl, &position, &orientation, &nearDistance, &farDistance, &focal, &zoom) == 1);
-  CHECK(position != NULL && zoom != NULL);
-  quillon_free(position);
-  quillon_free(orientation);
-  quillon_free(nearDistance);
-  quillon_free(farDistance);
-  quillon_free(focal);
-  quillon_free(zoom);
+  char* camera[6] = {NULL, NULL, NULL, NULL, NULL, NULL};
+  CHECK(quillon_GetCameraPosition_v1(ctrl, &camera[0], &camera[1], &camera[2], &camera[3], &camera[4], &camera[5]) ==
+        1);
+  CHECK(camera[0] != NULL && camera[5] != NULL);
+  for (int i = 0; i < 6; ++i) quillon_free(camera[i]);
 
   quillon_destroy(ctrl);
   return failures == 0 ? 0 : 1;

@@ -1,4 +1,6 @@
-// The decoder inside a real viewer component: what a host's SendChannels reaches.
+// The decoder inside a real viewer component: what a host's SendChannels reaches. How the text
+// ends, and that a reloaded document registers its channels again, the component's and the C
+// interface's own tests pin.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -6,33 +8,20 @@
 #include "MessageBuilder.h"
 #include "RecordingReceivers.h"
 #include "channels/ChannelErrorCodes.h"
-#include "channels/QuillonChannelgroupDecoder.h"
-#include "control/ComponentErrorCodes.h"
 #include "control/QuillonComponent.h"
-#include "core/ZrErrorMap.h"
 
 namespace quillon::test {
 namespace {
 
-class ChannelComponentTest : public ::testing::Test {
- protected:
-  static ComponentParts Parts() {
-    ComponentParts parts;
-    parts.decoder = std::make_unique<QuillonChannelgroupDecoder>();
-    return parts;
-  }
-  void RegisterExample() {
-    ASSERT_EQ(component.RegisterInDecoder("Arm1", 2, 0, std::make_unique<Recorder1D>(log)), 0);
-    ASSERT_EQ(component.RegisterInDecoder("Arm1", 2, 1, std::make_unique<Recorder3D>(log)), 0);
-    ASSERT_EQ(component.RegisterInDecoder("Arm1", 2, 2, std::make_unique<Recorder6D>(log)), 0);
-  }
-
+TEST(ChannelComponentTest, SendChannelsDecodesAndReportsTheDecodersErrorToTheHost) {
+  ComponentParts parts;
+  parts.decoder = std::make_unique<QuillonChannelgroupDecoder>();
+  QuillonComponent component{std::move(parts)};
   Log log;
-  QuillonComponent component{Parts()};
-};
+  ASSERT_EQ(component.RegisterInDecoder("Arm1", 2, 0, std::make_unique<Recorder1D>(log)), 0);
+  ASSERT_EQ(component.RegisterInDecoder("Arm1", 2, 1, std::make_unique<Recorder3D>(log)), 0);
+  ASSERT_EQ(component.RegisterInDecoder("Arm1", 2, 2, std::make_unique<Recorder6D>(log)), 0);
 
-TEST_F(ChannelComponentTest, SendChannelsDecodesAndReportsTheErrorTreeToTheHost) {
-  RegisterExample();
   const auto message = WorkedExample();
   EXPECT_EQ(component.SendChannels(message.data(), message.size()), "");
   ASSERT_EQ(log.order, (std::vector<int>{1, 2, 3}));
@@ -42,17 +31,8 @@ TEST_F(ChannelComponentTest, SendChannelsDecodesAndReportsTheErrorTreeToTheHost)
 
   const std::string text = component.SendChannels(message.data(), 100);
   EXPECT_EQ(log.order.size(), 5u);
-  EXPECT_NE(text.find(std::to_string(QUILLONCHANNELGROUPDECODER_DECODECHANNELGROUP_TRUNCATED)), std::string::npos);
-  const std::string last = std::to_string(QUILLONCOMPONENT_CONVERTERRORTREEFORCOM) + '\xA7' +
-                           std::string(ZrErrorMap::GetMessage(QUILLONCOMPONENT_CONVERTERRORTREEFORCOM));
-  ASSERT_GE(text.size(), last.size());
-  EXPECT_EQ(text.substr(text.size() - last.size()), last);
-
-  // A reloaded document registers the same channels again.
-  component.ClearMappings();
-  RegisterExample();
-  EXPECT_EQ(component.SendChannels(message.data(), message.size()), "");
-  EXPECT_EQ(log.order.size(), 8u);
+  EXPECT_EQ(text.rfind(std::to_string(QUILLONCHANNELGROUPDECODER_DECODECHANNELGROUP_TRUNCATED) + '\xA7', 0), 0u)
+      << text;
 }
 
 }  // namespace

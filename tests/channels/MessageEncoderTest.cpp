@@ -7,8 +7,6 @@
 
 #include "MessageBuilder.h"
 #include "RecordingReceivers.h"
-#include "channels/QuillonChannelgroupDecoder.h"
-#include "core/ZrErrorHandler.h"
 #include "quillon/quillon_message.h"
 
 namespace quillon::test {
@@ -17,32 +15,21 @@ namespace {
 constexpr double kRotation[9] = {0, 1, 0, -1, 0, 0, 0, 0, 1};  // column by column: 90 degrees about z
 constexpr double kPosition[3] = {0.25, -0.5, 2.0};
 
-class EncoderTest : public ::testing::Test {
+// One record of each kind, channels 0 to 3, with values that tell them apart.
+void AddOneOfEach(QuillonMessage& m) {
+  ASSERT_EQ(quillon_message_add_1d(&m, 1.5, 11, 1001, 0.125), QUILLON_MESSAGE_OK);
+  ASSERT_EQ(quillon_message_add_3d(&m, 10, 20, 30, 12, 1002, 0.25), QUILLON_MESSAGE_OK);
+  ASSERT_EQ(quillon_message_add_6d(&m, kPosition, kRotation, 13, 1003, 0.5), QUILLON_MESSAGE_OK);
+  ASSERT_EQ(quillon_message_add_time(&m, 42.0, 14, 1004, 0.75), QUILLON_MESSAGE_OK);
+}
+
+class EncoderTest : public DecoderTest {
  protected:
   void SetUp() override {
-    ZrErrorHandler::Instance().Clear();
-    ASSERT_EQ(decoder.Register("Probe_1", -7, 0, &r1), 0);
-    ASSERT_EQ(decoder.Register("Probe_1", -7, 1, &r3), 0);
-    ASSERT_EQ(decoder.Register("Probe_1", -7, 2, &r6), 0);
-    ASSERT_EQ(decoder.Register("Probe_1", -7, 3, &rt), 0);
+    DecoderTest::SetUp();
+    RegisterReceivers("Probe_1", -7, 4);
   }
-
-  // One record of each kind, channels 0 to 3, with values that tell them apart.
-  static void AddOneOfEach(QuillonMessage& m) {
-    ASSERT_EQ(quillon_message_add_1d(&m, 1.5, 11, 1001, 0.125), QUILLON_MESSAGE_OK);
-    ASSERT_EQ(quillon_message_add_3d(&m, 10, 20, 30, 12, 1002, 0.25), QUILLON_MESSAGE_OK);
-    ASSERT_EQ(quillon_message_add_6d(&m, kPosition, kRotation, 13, 1003, 0.5), QUILLON_MESSAGE_OK);
-    ASSERT_EQ(quillon_message_add_time(&m, 42.0, 14, 1004, 0.75), QUILLON_MESSAGE_OK);
-  }
-
   ErrorCode Decode(const unsigned char* bytes, std::size_t size) { return decoder.DecodeChannelgroup(bytes, size); }
-
-  QuillonChannelgroupDecoder decoder;
-  Log log;
-  Recorder1D r1{log};
-  Recorder3D r3{log};
-  Recorder6D r6{log};
-  RecorderTime rt{log};
 };
 
 TEST_F(EncoderTest, WritesTheWorkedExampleByteForByte) {

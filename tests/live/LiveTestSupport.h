@@ -1,5 +1,7 @@
 #pragma once
-// Messages and waits shared by the live tests.
+// Messages, waits and a loopback link shared by the live tests.
+
+#include <gtest/gtest.h>
 
 #include <chrono>
 #include <cstdint>
@@ -10,6 +12,7 @@
 
 #include "../channels/MessageBuilder.h"
 #include "live/LiveInbox.h"
+#include "live/LivePublisher.h"
 #include "live/LiveSubscriber.h"
 
 namespace quillon::test {
@@ -43,5 +46,26 @@ inline bool PumpUntil(LiveSubscriber& subscriber, LiveInbox& inbox, const std::f
     if (subscriber.wait(std::chrono::milliseconds(10))) subscriber.drain(inbox, 1000);
   return done();
 }
+
+constexpr const char* kAnyPort = "tcp://127.0.0.1:*";
+
+/// A publisher bound to a free loopback port, and a subscriber to the given groups connected to it.
+struct Link {
+  explicit Link(std::vector<ChannelgroupAddress> groups, std::size_t limit = kLiveMessageLimit)
+      : subscriber(limit), inbox(limit) {
+    EXPECT_EQ(publisher.attach({LiveAttach::kBind, kAnyPort}), "");
+    inbox.setTopics(groups);
+    subscriber.subscribe(inbox.topics());
+    EXPECT_EQ(subscriber.attach({LiveAttach::kConnect, publisher.lastEndpoint()}), "");
+  }
+  void Send(std::string_view name, std::int32_t group, double value) {
+    const auto m = OneValue(name, group, value);
+    publisher.send(AddressText({std::string(name), group}), m.data(), m.size());
+  }
+
+  LivePublisher publisher{0};
+  LiveSubscriber subscriber;
+  LiveInbox inbox;
+};
 
 }  // namespace quillon::test

@@ -43,7 +43,7 @@ class LiveWidget : public ::testing::Test {
  protected:
   void SetUp() override {
     app();
-    ASSERT_EQ(publisher.attach({LiveAttach::kBind, "tcp://127.0.0.1:*"}), "");
+    ASSERT_EQ(publisher.attach({LiveAttach::kBind, kAnyPort}), "");
     widget = std::make_unique<QuillonWidget>();
     Load(Document("Probe[2]"));
   }
@@ -84,7 +84,7 @@ TEST_F(LiveWidget, FollowsTheGroupsOfEachDocumentItLoads) {
 }
 
 TEST_F(LiveWidget, AFloodIsConflatedAndTheEventLoopKeepsTurning) {
-  ASSERT_EQ(widget->bindTo("tcp://127.0.0.1:*"), "");
+  ASSERT_EQ(widget->bindTo(kAnyPort), "");
   LivePublisher flooder{1000, 0};
   ASSERT_EQ(flooder.attach({LiveAttach::kConnect, widget->liveFeed()->lastEndpoint()}), "");
   // A bound socket sends its subscriptions to a new peer only when its owner next uses it,

@@ -20,30 +20,25 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
 // Fakes that keep the last thing written and how often something was written.
-struct Colour final : IColorProperty {
+template <class Interface, class T>
+struct Last : Interface {
+  T last{};
+  int calls = 0;
+};
+struct Colour final : Last<IColorProperty, std::vector<float>> {
   void SetColor(float r, float g, float b) override { last = {r, g, b}, ++calls; }
-  std::vector<float> last;
-  int calls = 0;
 };
-struct Number final : IFloatProperty {
+struct Number final : Last<IFloatProperty, float> {
   void SetValue(float v) override { last = v, ++calls; }
-  float last = -1;
-  int calls = 0;
 };
-struct Integer final : IInt32Property {
+struct Integer final : Last<IInt32Property, std::int32_t> {
   void SetValue(std::int32_t v) override { last = v, ++calls; }
-  std::int32_t last = 12345;
-  int calls = 0;
 };
-struct Translation final : ITranslationProperty {
+struct Translation final : Last<ITranslationProperty, std::vector<float>> {
   void SetTranslation(float x, float y, float z) override { last = {x, y, z}, ++calls; }
-  std::vector<float> last;
-  int calls = 0;
 };
-struct Rotation final : IRotationProperty {
+struct Rotation final : Last<IRotationProperty, RotationMatrix> {
   void SetRotation(const RotationMatrix& r) override { last = r, ++calls; }
-  RotationMatrix last{};
-  int calls = 0;
 };
 struct Switch final : ISwitchProperty {
   void SetChoice(std::int32_t c) override { choices.push_back(c); }

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "channels/ZrValue1D.h"
-#include "channels/ZrValue3D.h"
 #include "mapping/MaterialFields.h"
 #include "mapping/ZrSceneMapping1D.h"
 #include "mapping/ZrSceneMapping3D.h"
@@ -122,21 +121,6 @@ TEST(SceneMappingBuilder, MappedTransformGetsOneSwitchAndAQualityMaterial) {
   auto* quality = dynamic_cast<osg::Material*>(inserted->getStateSet()->getAttribute(osg::StateAttribute::MATERIAL));
   ASSERT_NE(quality, nullptr);
   EXPECT_EQ(quality->getName(), kQualityMaterialName);
-
-  // Good values move the transform (metres into millimetres) and turn it green; bad ones
-  // freeze it red.
-  auto& mapping = dynamic_cast<ZrSceneMapping3DFreeze&>(*routes[0].mapping);
-  ZrValue3D value;
-  value.SetPosition(0.5, 0, 0);
-  value.SetQuality(0);
-  mapping.ValueDecoded(&value);
-  EXPECT_NEAR(scene.base->getMatrix().getTrans().x(), 500.0, 1e-4);
-  EXPECT_EQ(quality->getDiffuse(osg::Material::FRONT), osg::Vec4(0, 1, 0, 1));
-  value.SetPosition(0.7, 0, 0);
-  value.SetQuality(1000);
-  mapping.ValueDecoded(&value);
-  EXPECT_NEAR(scene.base->getMatrix().getTrans().x(), 500.0, 1e-4);
-  EXPECT_EQ(quality->getDiffuse(osg::Material::FRONT), osg::Vec4(1, 0, 0, 0.5f));
 
   // A routed material below keeps its own colour: it is protected from the quality material.
   const auto* pair = scene.paint->getParent(0)->getAttributePair(osg::StateAttribute::MATERIAL);

@@ -36,7 +36,7 @@ def position(x, quality):
     return bytes(m)
 
 
-def test_load_view_all_and_render(viewer):
+def test_load_view_all_render_and_save_png(viewer, tmp_path):
     assert viewer.load(BOX) == [("Probe", 2), ("Probe", 2)]
     viewer.view_all()
     frame = viewer.render()
@@ -46,26 +46,36 @@ def test_load_view_all_and_render(viewer):
     assert is_background(tuple(int(c) for c in frame[2, 2, :3]))
     assert (frame[:, :, 3] == 255).all()
 
+    path = tmp_path / "out.png"
+    viewer.save_png(path)
+    data = path.read_bytes()
+    assert data[:8] == b"\x89PNG\r\n\x1a\n"
+    chunks, offset = {}, 8
+    while offset < len(data):
+        length, kind = struct.unpack_from(">I4s", data, offset)
+        body = data[offset + 8:offset + 8 + length]
+        assert struct.unpack_from(">I", data, offset + 8 + length)[0] == zlib.crc32(kind + body)
+        chunks[kind] = body
+        offset += 12 + length
+    assert struct.unpack(">IIBB", chunks[b"IHDR"][:10]) == (200, 150, 8, 6)
+    rows = zlib.decompress(chunks[b"IDAT"])
+    assert b"".join(rows[y * 801 + 1:(y + 1) * 801] for y in range(150)) == viewer.render_bytes()
 
-def test_without_the_quality_extension_every_value_is_not_meaningful(viewer):
-    viewer.load(PROBE_ONLY)
-    viewer.camera = FRONT
-    assert viewer.send(position(0.0, None)) == []
-    r, g, b = centre(viewer.render())
-    assert r > g + 40 and r > b, (r, g, b)  # red, half transparent over the background
 
-
+# Without a quality (None) a value is not meaningful, unless the thresholds are infinite.
 @pytest.mark.parametrize("quality, thresholds, colour", [
     (0.0, {}, "green"),
     (50.0, {}, "orange"),
     (50.0, {"nominal": 60.0}, "green"),
     (50.0, {"meaningful": 40.0}, "red"),
+    (None, {}, "red"),
+    (None, {"nominal": float("inf"), "meaningful": float("inf")}, "green"),
 ])
 def test_quality_shows_by_colour(viewer, quality, thresholds, colour):
     viewer.set_thresholds(**thresholds)
     viewer.load(PROBE_ONLY)
     viewer.camera = FRONT
-    viewer.send(position(0.0, quality))
+    assert viewer.send(position(0.0, quality)) == []
     r, g, b = centre(viewer.render())
     seen = "green" if g > r + 40 else "orange" if r > b + 60 and g > b + 30 else "red" if r > g + 40 else "?"
     assert seen == colour, (r, g, b)
@@ -127,10 +137,9 @@ def test_a_channel_named_twice_loads_but_says_so(viewer):
 def test_camera_round_trip(viewer):
     viewer.load(BOX)
     viewer.camera = quillon.Camera((0.5, 0.25, 2.0), (0.0, 1.0, 0.0, 0.5), 0.05, 20.0, 2.0, 1.0)
-    camera = viewer.camera
-    assert camera.position == pytest.approx((0.5, 0.25, 2.0), abs=1e-3)
-    assert camera.orientation == pytest.approx((0.0, 1.0, 0.0, 0.5), abs=1e-3)
-    assert (camera.near, camera.far, camera.focal) == pytest.approx((0.05, 20.0, 2.0), abs=1e-3)
+    c = viewer.camera
+    assert (*c.position, *c.orientation, c.near, c.far, c.focal) == pytest.approx(
+        (0.5, 0.25, 2.0, 0.0, 1.0, 0.0, 0.5, 0.05, 20.0, 2.0), abs=1e-3)
 
 
 def test_hide_and_unhide(viewer):
@@ -141,26 +150,6 @@ def test_hide_and_unhide(viewer):
     assert viewer.unhide("Probe")
     assert not is_background(centre(viewer.render()))
     assert not viewer.hide("Nobody")
-
-
-def test_save_png_writes_what_render_shows(viewer, tmp_path):
-    viewer.load(BOX)
-    viewer.view_all()
-    path = tmp_path / "out.png"
-    viewer.save_png(path)
-    data = path.read_bytes()
-    assert data[:8] == b"\x89PNG\r\n\x1a\n"
-    chunks, offset = {}, 8
-    while offset < len(data):
-        length, kind = struct.unpack_from(">I4s", data, offset)
-        body = data[offset + 8:offset + 8 + length]
-        assert struct.unpack_from(">I", data, offset + 8 + length)[0] == zlib.crc32(kind + body)
-        chunks[kind] = body
-        offset += 12 + length
-    assert struct.unpack(">IIBB", chunks[b"IHDR"][:10]) == (200, 150, 8, 6)
-    rows = zlib.decompress(chunks[b"IDAT"])
-    pixels = b"".join(rows[y * 801 + 1:(y + 1) * 801] for y in range(150))
-    assert pixels == viewer.render_bytes()
 
 
 def test_trace_lines_reach_python():
@@ -181,12 +170,3 @@ def test_a_closed_viewer_says_so():
     v.close()
     with pytest.raises(quillon.ViewerError):
         v.render()
-
-
-def test_infinite_thresholds_make_values_without_quality_nominal(viewer):
-    viewer.set_thresholds(nominal=float("inf"), meaningful=float("inf"))
-    viewer.load(PROBE_ONLY)
-    viewer.camera = FRONT
-    viewer.send(position(0.0, None))
-    r, g, b = centre(viewer.render())
-    assert g > r + 40 and g > b + 40, (r, g, b)

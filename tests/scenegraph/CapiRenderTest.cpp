@@ -4,12 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
 #include <cmath>
 #include <optional>
 #include <osg/Notify>
 #include <osg/ref_ptr>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,7 +47,7 @@ class OffscreenControl : public ::testing::Test {
 
   // The mean colour of the picture's centre, or of all of it.
   Rgb Render(bool whole = false) {
-    std::vector<unsigned char> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4, 0);
     EXPECT_EQ(quillon_render_rgba(ctrl, pixels.data(), pixels.size()), 0);
     if (whole) return MeanColour(pixels, width, 0, 0, width, height);
     return MeanColour(pixels, width, width / 2 - 4, height / 2 - 4, width / 2 + 4, height / 2 + 4);
@@ -62,6 +60,7 @@ class OffscreenControl : public ::testing::Test {
 
   QuillonCtrl* ctrl = nullptr;
   int width = 0, height = 0;
+  std::vector<unsigned char> pixels;
 };
 
 constexpr const char* kGreenBox =
@@ -72,24 +71,16 @@ TEST_F(OffscreenControl, DrawsTheBackgroundAndRefusesShortBuffers) {
   quillon_process_events(ctrl);  // no window yet
   Open(200, 150);
   quillon_process_events(ctrl);  // an offscreen viewer has no events, and is left alone
-  std::vector<unsigned char> pixels(200 * 150 * 4);
-  ASSERT_EQ(quillon_render_rgba(ctrl, pixels.data(), pixels.size()), 0);
-  const Rgb mean = MeanColour(pixels, 200, 0, 0, 200, 150);
-  EXPECT_NEAR(mean.r, 76.5, 2);
-  EXPECT_NEAR(mean.g, 76.5, 2);
-  EXPECT_NEAR(mean.b, 127.5, 2);
+  EXPECT_TRUE(IsBackground(Render(true)));
   EXPECT_EQ(pixels[3], 255);  // opaque
-
   std::vector<unsigned char> small(16);
   EXPECT_NE(quillon_render_rgba(ctrl, small.data(), small.size()), 0);
   EXPECT_NE(quillon_render_rgba(ctrl, nullptr, pixels.size()), 0);
 
-  quillon_resize(ctrl, 64, 32);
-  std::vector<unsigned char> resized(64 * 32 * 4);
-  EXPECT_EQ(quillon_render_rgba(ctrl, resized.data(), resized.size()), 0);
-
+  quillon_resize(ctrl, width = 64, height = 32);
+  EXPECT_TRUE(IsBackground(Render(true)));
   quillon_destroy_window(ctrl);
-  EXPECT_NE(quillon_render_rgba(ctrl, resized.data(), resized.size()), 0);
+  EXPECT_NE(quillon_render_rgba(ctrl, pixels.data(), pixels.size()), 0);
 }
 
 // What is set comes back as text with three decimals; the defaults fill in what is not given.
@@ -187,148 +178,36 @@ class Warnings {
   osg::ref_ptr<Handler> handler;
 };
 
-// Makes documents of every node kind with values from a list that mixes good ones with
-// those OpenGL would refuse or choke on. Some are cut short, some have nothing to draw.
-class DocumentMaker {
- public:
-  explicit DocumentMaker(unsigned seed) : random(seed) {}
-
-  std::string Next() {
-    if (Pick(0, 14) == 0) return "WorldInfo { } ";  // nothing to draw
-    std::string text;
-    const int roots = Pick(1, 3);
-    for (int i = 0; i < roots; ++i) text += Node(0);
-    if (Pick(0, 9) == 0) text.resize(static_cast<std::size_t>(Pick(0, static_cast<int>(text.size()))));
-    if (Pick(0, 19) == 0) text += " } ] garbage { ";
-    return text;
-  }
-
- private:
-  int Pick(int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(random); }
-  template <std::size_t N>
-  const char* Any(const std::array<const char*, N>& values) {
-    return values[static_cast<std::size_t>(Pick(0, static_cast<int>(N) - 1))];
-  }
-
-  // Two in three numbers are ordinary, so that most scenes still show something.
-  std::string Number() {
-    static const std::array<const char*, 5> plain = {"0.1", "0.3", "0.5", "1", "2"};
-    static const std::array<const char*, 12> odd = {"0",    "-1",  "-3",   "128",  "1e30",  "nan",
-                                                    "-nan", "inf", "-inf", "1e39", "-1e39", "3e38"};
-    return Pick(0, 2) != 0 ? Any(plain) : Any(odd);
-  }
-  std::string Numbers(int n) {
-    std::string s;
-    for (int i = 0; i < n; ++i) s += Number() + " ";
-    return s;
-  }
-  std::string Index() {
-    static const std::array<const char*, 9> values = {"0",  "1",  "2",          "3",          "-1",
-                                                      "-7", "99", "2147483647", "-2147483648"};
-    return Any(values);
-  }
-
-  std::string Material() {
-    static const std::array<const char*, 6> fields = {"diffuseColor 3", "emissiveColor 3", "specularColor 3",
-                                                      "shininess 1",    "transparency 1",  "ambientIntensity 1"};
-    std::string s = "Material { ";
-    for (const char* field : fields) {
-      if (Pick(0, 1) == 0) continue;
-      const std::string f(field);
-      s += f.substr(0, f.size() - 2) + " " + Numbers(f.back() - '0');
-    }
-    return s + "} ";
-  }
-
-  std::string Geometry() {
-    switch (Pick(0, 4)) {
-      case 0:
-        return "Box { size " + Numbers(3) + "} ";
-      case 1:
-        return "Sphere { radius " + Number() + " } ";
-      case 2:
-        return "Cone { bottomRadius " + Number() + " height " + Number() + " } ";
-      case 3:
-        return "Cylinder { radius " + Number() + " height " + Number() + " top FALSE } ";
-      default: {
-        std::string s = "IndexedFaceSet { coord Coordinate { point [ ";
-        const int points = Pick(0, 5);
-        for (int i = 0; i < points; ++i)
-          s += (Pick(0, 2) == 0 ? Numbers(3) : std::to_string(i % 2) + " " + std::to_string(i / 2) + " 0") + ", ";
-        s += "] } coordIndex [ ";
-        const int indices = Pick(0, 12);
-        for (int i = 0; i < indices; ++i) s += Index() + " ";
-        if (Pick(0, 1) == 0)
-          s += "] color Color { color [ " + Numbers(3) + "] } colorPerVertex FALSE ";
-        else
-          s += "] ";
-        return s + "} ";
-      }
-    }
-  }
-
-  std::string Shape() {
-    std::string s = "Shape { ";
-    if (Pick(0, 3) != 0) s += "appearance Appearance { material " + Material() + "} ";
-    return s + "geometry " + Geometry() + "} ";
-  }
-
-  std::string Children(int depth) {
-    std::string s = "[ ";
-    const int n = Pick(0, 3);
-    for (int i = 0; i < n; ++i) s += Node(depth + 1);
-    return s + "] ";
-  }
-
-  std::string Node(int depth) {
-    const int kind = depth >= 3 ? 0 : Pick(0, 4);
-    const std::string def = Pick(0, 3) == 0 ? "DEF N" + std::to_string(Pick(0, 3)) + " " : "";
-    switch (kind) {
-      case 1:
-        return def + "Switch { whichChoice " + Index() + " choice " + Children(depth) + "} ";
-      case 2:
-        return def + "Transform { rotation " + Numbers(4) + "scale " + Numbers(3) + "center " + Numbers(3) +
-               "scaleOrientation " + Numbers(4) + "translation " + Numbers(3) + "children " + Children(depth) + "} ";
-      case 3:
-        return def + "Transform { rotation 0 0 0 " + Number() + " scale " + Number() + " 1 0 children " +
-               Children(depth) + "} ";
-      case 4:
-        return def + "Group { children " + Children(depth) + "} ";
-      default:
-        return def + Shape();
-    }
-  }
-
-  std::mt19937 random;
-};
-
-TEST_F(OffscreenControl, SurvivesHundredsOfOddDocuments) {
+// The values OpenGL would refuse or choke on, in every node kind, document after document on
+// one control; the random host in tests/stress goes through thousands more of them.
+TEST_F(OffscreenControl, OddDocumentsDrawWithoutOpenGlWarningsAndLeaveTheStateClean) {
   Open(96, 96);
-  const auto start = std::chrono::steady_clock::now();
   const Warnings warnings;
-  DocumentMaker maker(20240611u);
-  int refused = 0, drawn = 0;
-  for (int i = 0; i < 400; ++i) {
-    const std::string vrml = maker.Next();
+  const char* documents[] = {
+      "Shape { appearance Appearance { material Material { shininess nan transparency 2 diffuseColor nan inf -1 } } "
+      "geometry Box { size nan -1 1e39 } }",
+      "Shape { appearance Appearance { material Material { shininess 128 ambientIntensity -inf } } "
+      "geometry Sphere { radius 3e38 } }",
+      "DEF N1 Transform { scale 0 0 0 rotation 0 0 0 nan children [ Shape { geometry Cone { bottomRadius -2 } } ] }",
+      "Transform { scale nan 1 -1 translation 3e38 0 0 center inf 0 0 scaleOrientation 0 0 0 0 children [ "
+      "Shape { geometry Cylinder { radius 1e30 height -inf top FALSE } } ] }",
+      "Shape { geometry IndexedFaceSet { coord Coordinate { point [ 0 0 0, 1 0 0, nan 1 0, 1e39 0 0 ] } coordIndex "
+      "[ 0 1 2 -1 0 1 3 -1 2147483647 -2147483648 1 ] color Color { color [ nan 2 -1 ] } colorPerVertex FALSE } }",
+      "Switch { whichChoice 2147483647 choice [ Shape { geometry Box { } } ] } Group { children [ Shape { geometry",
+  };
+  for (const char* vrml : documents) {
     SCOPED_TRACE(vrml);
-    refused += Load(vrml, i % 17 == 0 ? "2.0" : "1.0") ? 0 : 1;
-    if (i % 7 != 0) quillon_ViewAll_v2(ctrl);
-    if (i % 11 == 0) {
-      std::string name = "N1";
-      char* text = name.data();
-      quillon_HideNode_v1(ctrl, &text);
-    }
-    drawn += IsBackground(Render(true)) ? 0 : 1;
+    Load(vrml);
+    quillon_ViewAll_v2(ctrl);
+    std::string name = "N1";
+    char* text = name.data();
+    quillon_HideNode_v1(ctrl, &text);
+    Render(true);
   }
-  // Documents were refused in between, and enough of the others drew something to matter.
-  EXPECT_GT(refused, 0);
-  EXPECT_GT(drawn, 50);
-
   ASSERT_TRUE(Load(kGreenBox));
   quillon_ViewAll_v2(ctrl);
   EXPECT_TRUE(IsGreen(Render()));
   EXPECT_EQ(warnings.text().substr(0, 1000), "");
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 }  // namespace

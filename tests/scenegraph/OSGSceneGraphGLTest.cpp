@@ -25,6 +25,15 @@ using test::MeanColour;
 
 constexpr int kWidth = 160, kHeight = 120;
 
+osg::ref_ptr<osg::Group> BoxScene(osg::StateAttribute* attribute = nullptr) {
+  osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+  geode->addDrawable(new osg::ShapeDrawable(new osg::Box(osg::Vec3(), 1.0f)));
+  if (attribute) geode->getOrCreateStateSet()->setAttributeAndModes(attribute);
+  osg::ref_ptr<osg::Group> root = new osg::Group;
+  root->addChild(geode);
+  return root;
+}
+
 class OffscreenHolder : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -42,12 +51,7 @@ class OffscreenHolder : public ::testing::Test {
   }
   // A unit box, with whatever attribute its state set is given.
   void ShowBox(osg::StateAttribute* attribute = nullptr) {
-    osg::ref_ptr<osg::Geode> geode = new osg::Geode;
-    geode->addDrawable(new osg::ShapeDrawable(new osg::Box(osg::Vec3(), 1.0f)));
-    if (attribute) geode->getOrCreateStateSet()->setAttributeAndModes(attribute);
-    osg::ref_ptr<osg::Group> root = new osg::Group;
-    root->addChild(geode);
-    holder.replaceScene(root, {});
+    holder.replaceScene(BoxScene(attribute), {});
     holder.camera().zoomToSphere(0, 0, 0, 1);
   }
   std::vector<unsigned char> Render() {
@@ -63,7 +67,8 @@ class OffscreenHolder : public ::testing::Test {
   OSGSceneGraph holder;
 };
 
-TEST_F(OffscreenHolder, ShowsTheBoxInItsHueAndHidesItByName) {
+// Hiding by name is checked through the C interface; here the hue and the colour override.
+TEST_F(OffscreenHolder, ShowsTheBoxInItsHueOrTheOverrideAndNothingOnceDetached) {
   ASSERT_TRUE(
       Load("#VRML V2.0 utf8\n"
            "DEF Probe Transform { children [ Shape {\n"
@@ -77,18 +82,12 @@ TEST_F(OffscreenHolder, ShowsTheBoxInItsHueAndHidesItByName) {
   EXPECT_LT(centre.g, 30);
   EXPECT_LT(centre.b, 30);
 
-  ASSERT_TRUE(holder.setSwitchChoice("Probe", -1));
-  EXPECT_NEAR(Centre().b, 0.5 * 255, 2);
-
-  ASSERT_TRUE(holder.setSwitchChoice("Probe", 0));
   holder.setForegroundOverride(true, 0, 1, 0);
   centre = Centre();
   EXPECT_GT(centre.g, centre.b);
   holder.setForegroundOverride(false, 0, 0, 0);
   EXPECT_GT(Centre().r, 120);
-}
 
-TEST_F(OffscreenHolder, DetachedHolderNoLongerDraws) {
   holder.detachFromWindow();
   EXPECT_EQ(holder.renderArea(), nullptr);
   EXPECT_NE(dynamic_cast<osgFakeCamera*>(&holder.camera()), nullptr);
@@ -136,11 +135,7 @@ TEST(OffscreenContext, WhatWasCurrentBeforeIsCurrentAgain) {
       holder.initialize();
       holder.attachToWindow(std::move(area));
       EXPECT_EQ(eglGetCurrentContext(), current);
-      osg::ref_ptr<osg::Geode> geode = new osg::Geode;
-      geode->addDrawable(new osg::ShapeDrawable(new osg::Box(osg::Vec3(), 1.0f)));
-      osg::ref_ptr<osg::Group> root = new osg::Group;
-      root->addChild(geode);
-      holder.replaceScene(root, {});
+      holder.replaceScene(BoxScene(), {});
       std::vector<unsigned char> pixels(64 * 64 * 4);
       holder.render();
       EXPECT_TRUE(holder.renderArea()->readPixels(pixels.data(), pixels.size()));

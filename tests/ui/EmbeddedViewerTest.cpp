@@ -6,7 +6,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <thread>
 #include <vector>
@@ -40,9 +39,8 @@ class HostWindow {
     if (xcb_connection_has_error(connection)) return;
     screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
     window = xcb_generate_id(connection);
-    const uint32_t background = screen->black_pixel;
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, kWidth, kHeight, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_BACK_PIXEL, &background);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_BACK_PIXEL, &screen->black_pixel);
     xcb_map_window(connection, window);
     xcb_flush(connection);
   }
@@ -50,25 +48,19 @@ class HostWindow {
     destroy();
     xcb_disconnect(connection);
   }
-  HostWindow(const HostWindow&) = delete;
-  HostWindow& operator=(const HostWindow&) = delete;
 
-  bool ok() const { return window != 0; }
   unsigned long id() const { return window; }
   void destroy() {
-    if (window == 0) return;
-    xcb_destroy_window(connection, window);
+    if (window) xcb_destroy_window(connection, window);
     xcb_flush(connection);
     window = 0;
   }
 
   /// What the X server shows at a point of the window, its children included.
   Pixel shownAt(int x, int y) {
-    xcb_get_image_reply_t* image =
-        xcb_get_image_reply(connection,
-                            xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<int16_t>(x),
-                                          static_cast<int16_t>(y), 1, 1, ~0u),
-                            nullptr);
+    auto* image = xcb_get_image_reply(
+        connection, xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, int16_t(x), int16_t(y), 1, 1, ~0u),
+        nullptr);
     Pixel p;
     if (image && xcb_get_image_data_length(image) >= 4) {
       const uint8_t* bgrx = xcb_get_image_data(image);  // a 24-bit TrueColor visual, little-endian
@@ -80,38 +72,28 @@ class HostWindow {
 
   /// The viewer's window: the first child of the host's.
   xcb_window_t viewer() {
-    xcb_query_tree_reply_t* tree = xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr);
-    xcb_window_t child = 0;
-    if (tree && xcb_query_tree_children_length(tree) > 0) child = xcb_query_tree_children(tree)[0];
+    auto* tree = xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr);
+    const xcb_window_t child = tree && xcb_query_tree_children_length(tree) > 0 ? xcb_query_tree_children(tree)[0] : 0;
     std::free(tree);
     return child;
   }
 
-  /// A button press and moves, as the X server would send them to the viewer.
-  void drag(xcb_window_t target, int x0, int y0, int x1, int y1) {
-    send(target, XCB_BUTTON_PRESS, x0, y0, 1, 0);
-    for (int step = 1; step <= 10; ++step)
-      send(target, XCB_MOTION_NOTIFY, x0 + (x1 - x0) * step / 10, y0 + (y1 - y0) * step / 10, 0, XCB_BUTTON_MASK_1);
-  }
-  void release(xcb_window_t target, int x, int y) { send(target, XCB_BUTTON_RELEASE, x, y, 1, XCB_BUTTON_MASK_1); }
-
- private:
-  void send(xcb_window_t target, uint8_t type, int x, int y, uint8_t button, uint16_t state) {
-    xcb_button_press_event_t event;  // press, release and motion share this layout
-    std::memset(&event, 0, sizeof event);
+  /// A press, release or move of the first button, as the X server would send it to the viewer.
+  void send(xcb_window_t target, uint8_t type, int x, int y) {
+    xcb_button_press_event_t event{};  // press, release and motion share this layout
     event.response_type = type;
-    event.detail = button;
-    event.time = XCB_CURRENT_TIME;
+    event.detail = type == XCB_MOTION_NOTIFY ? 0 : 1;
     event.root = screen->root;
     event.event = target;
-    event.root_x = event.event_x = static_cast<int16_t>(x);
-    event.root_y = event.event_y = static_cast<int16_t>(y);
-    event.state = state;
+    event.root_x = event.event_x = int16_t(x);
+    event.root_y = event.event_y = int16_t(y);
+    event.state = type == XCB_BUTTON_PRESS ? 0 : XCB_BUTTON_MASK_1;
     event.same_screen = 1;
     xcb_send_event(connection, 0, target, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&event));
     xcb_flush(connection);
   }
 
+ private:
   xcb_connection_t* connection;
   xcb_screen_t* screen = nullptr;
   xcb_window_t window = 0;
@@ -120,7 +102,7 @@ class HostWindow {
 class EmbeddedViewerTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(host.ok()) << "no X11 display";
+    ASSERT_NE(host.id(), 0u) << "no X11 display";
     ctrl = quillon_create();
     ASSERT_NE(ctrl, nullptr);
   }
@@ -238,13 +220,15 @@ TEST_F(EmbeddedViewerTest, DragsReachTheViewerThroughTheHostsLoop) {
   ASSERT_NE(viewer, 0u);
 
   const std::string before = orientation();
-  host.drag(viewer, kWidth / 2, kHeight / 2, kWidth / 2 + 150, kHeight / 2);
+  const int x = kWidth / 2, y = kHeight / 2;
+  host.send(viewer, XCB_BUTTON_PRESS, x, y);
+  for (int step = 1; step <= 10; ++step) host.send(viewer, XCB_MOTION_NOTIFY, x + 15 * step, y);
   std::string after = before;
   for (int i = 0; i < 100 && after == before; ++i) {
     loop(20);
     after = orientation();
   }
-  host.release(viewer, kWidth / 2 + 150, kHeight / 2);
+  host.send(viewer, XCB_BUTTON_RELEASE, x + 150, y);
   loop(50);
   EXPECT_NE(after, before) << "the drag did not turn the camera";
 }

@@ -2,12 +2,12 @@
 // A camera, viewport, scene-graph holder and keyboard of the tests' own, for driving the
 // manipulator and the viewer component without a window.
 
-#include <array>
-#include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "core/Trace.h"
 #include "scenegraph/ICamera.h"
 #include "scenegraph/IRenderArea.h"
 #include "scenegraph/ISceneGraphImplementor.h"
@@ -18,13 +18,12 @@
 
 namespace quillon::test {
 
-/// Keeps what it is given like a real camera, and records the zooms and turns.
+/// Keeps the pose, focal distance and field of view that navigation reads, and records the zooms,
+/// turns and fits; what navigation never reads, it ignores.
 class TestCamera final : public ICamera {
  public:
   nav::Vec3 position{0, 0, 100};
   nav::Quat orientation;
-  std::array<double, 4> axisAngle{};  // as set, apart from the orientation
-  double nearDistance = 0, farDistance = 0, zoomFactor = 0;
   double fieldOfView = 0.785398;
   double focalDistance = 5.0;
   std::vector<double> zooms;
@@ -34,30 +33,20 @@ class TestCamera final : public ICamera {
 
   void setPosition(double x, double y, double z) override { position = {x, y, z}; }
   void setOrientation(double x, double y, double z, double w) override { orientation = {x, y, z, w}; }
-  void setOrientationAxisAngle(double x, double y, double z, double a) override { axisAngle = {x, y, z, a}; }
-  void setNearDistance(double d) override { nearDistance = d; }
-  void setFarDistance(double d) override { farDistance = d; }
+  void setOrientationAxisAngle(double, double, double, double) override {}
+  void setNearDistance(double) override {}
+  void setFarDistance(double) override {}
   void setFocalDistance(double d) override { focalDistance = d; }
   void setFieldOfView(double angle) override { fieldOfView = angle; }
   void getPosition(double& x, double& y, double& z) const override {
-    x = position.x;
-    y = position.y;
-    z = position.z;
+    std::tie(x, y, z) = std::tie(position.x, position.y, position.z);
   }
   void getOrientation(double& x, double& y, double& z, double& w) const override {
-    x = orientation.x;
-    y = orientation.y;
-    z = orientation.z;
-    w = orientation.w;
+    std::tie(x, y, z, w) = std::tie(orientation.x, orientation.y, orientation.z, orientation.w);
   }
-  void getOrientationAxisAngle(double& x, double& y, double& z, double& a) const override {
-    x = axisAngle[0];
-    y = axisAngle[1];
-    z = axisAngle[2];
-    a = axisAngle[3];
-  }
-  void getNearDistance(double& d) const override { d = nearDistance; }
-  void getFarDistance(double& d) const override { d = farDistance; }
+  void getOrientationAxisAngle(double&, double&, double&, double&) const override {}
+  void getNearDistance(double&) const override {}
+  void getFarDistance(double&) const override {}
   void getFocalDistance(double& d) const override { d = focalDistance; }
   void getFieldOfView(double& angle) const override { angle = fieldOfView; }
   void getViewToWorldMatrix(float[16]) const override {}
@@ -70,11 +59,10 @@ class TestCamera final : public ICamera {
   void rotateY(double angle) override { turn(turnsY, {0, 1, 0}, angle); }
   void rotateZ(double angle) override { turn(turnsZ, {0, 0, 1}, angle); }
   void setAspectRatio(double) override {}
-  void getZoomFactor(double& f) const override { f = zoomFactor; }
-  void setZoomFactor(double f) override { zoomFactor = f; }
+  void getZoomFactor(double&) const override {}
+  void setZoomFactor(double) override {}
 
   nav::Vec3 viewDirection() const { return nav::rotate(orientation, {0, 0, -1}); }
-  nav::Vec3 up() const { return nav::rotate(orientation, {0, 1, 0}); }
 
  private:
   void turn(std::vector<double>& log, nav::Vec3 axis, double angle) {
@@ -96,22 +84,14 @@ class TestViewport final : public IViewport {
   float sphere[4] = {0, 0, 0, 0};
 
   ICamera& camera() override { return cam; }
-  void getWindowSize(int& w, int& h) const override {
-    w = width;
-    h = height;
-  }
+  void getWindowSize(int& w, int& h) const override { std::tie(w, h) = std::tie(width, height); }
   void unproject(int x, int y, int depth, double& wx, double& wy, double& wz) const override {
     depths.push_back(depth);
-    wx = x * 0.01;
-    wy = -y * 0.01;
-    wz = -depth;
+    std::tie(wx, wy, wz) = std::tuple(x * 0.01, -y * 0.01, -depth);
   }
   double focalPlane() const override { return focal; }
   void sceneBoundingSphere(float& x, float& y, float& z, float& radius) override {
-    x = sphere[0];
-    y = sphere[1];
-    z = sphere[2];
-    radius = sphere[3];
+    std::tie(x, y, z, radius) = std::tie(sphere[0], sphere[1], sphere[2], sphere[3]);
   }
   void fitToSphere(double x, double y, double z, double radius) override { cam.zoomToSphere(x, y, z, radius); }
   void redraw() override { ++redraws; }
@@ -134,7 +114,7 @@ class TestArea final : public IRenderArea {
 };
 
 /// A scene-graph holder with a test camera, a 200 × 100 area (or a window's, when one is
-/// given), and a manipulator to hand out; it keeps the colours and switch choices it is given.
+/// given), and a manipulator to hand out; it counts the refreshes and renders.
 class TestHolder final : public ISceneGraphImplementor {
  public:
   TestCamera cam;
@@ -153,32 +133,26 @@ class TestHolder final : public ISceneGraphImplementor {
   IViewportManipulator* viewportManipulator() override { return manipulator; }
   void attachToWindow(std::unique_ptr<IRenderArea>) override {}
   void detachFromWindow() override {}
-  void setBackgroundColours(float r1, float g1, float b1, float r2, float g2, float b2) override {
-    background = {r1, g1, b1, r2, g2, b2};
-  }
+  void setBackgroundColours(float, float, float, float, float, float) override {}
   void clearRegistries() override {}
   void refresh(int) override { ++refreshes; }
   void render() override { ++renders; }
   void boundingSphere(float& x, float& y, float& z, float& radius) override {
-    x = 1;
-    y = 2;
-    z = 3;
-    radius = 4;
+    std::tie(x, y, z, radius) = std::tuple(1.f, 2.f, 3.f, 4.f);
   }
   IRenderArea* renderArea() override {
     if (!attached) return nullptr;
     return windowArea ? windowArea : &area;
   }
-  bool setSwitchChoice(const std::string& name, int choice) override {
-    auto it = switches.find(name);
-    if (it == switches.end()) return false;
-    it->second = choice;
-    return true;
-  }
-  void setForegroundOverride(bool on, float r, float g, float b) override { foreground = {on ? 1.f : 0.f, r, g, b}; }
+  bool setSwitchChoice(const std::string&, int) override { return false; }
+  void setForegroundOverride(bool, float, float, float) override {}
+};
 
-  std::vector<float> background, foreground;
-  std::map<std::string, int> switches;  // the nodes that can be hidden, with their choice
+/// Collects the trace lines while it lives.
+struct Trace {
+  std::vector<std::string> lines;
+  TraceSink previous = SetTraceSink([this](std::string_view line) { lines.emplace_back(line); });
+  ~Trace() { SetTraceSink(previous); }
 };
 
 class TestKeys final : public IKeyState {

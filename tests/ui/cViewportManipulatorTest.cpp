@@ -4,12 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "NavigationDoubles.h"
-#include "core/Trace.h"
 #include "ui/IViewportHolder.h"
 #include "ui/cSceneViewport.h"
 #include "ui/cViewportManipulator.h"
@@ -287,25 +285,22 @@ TEST_F(ManipulatorTest, RotationCentreGlidesOneStepPerApplyUntilReleaseOrTheCent
   EXPECT_EQ(viewport.redraws, 0);
 }
 
-TEST_F(ManipulatorTest, ThumbwheelTurnsUseTheOldDegreeFactorAndViewAllFitsTheScene) {
+// The thumbwheels' turns use the old degree factor; View All fits the scene's sphere.
+TEST_F(ManipulatorTest, ThumbwheelsViewAllControlsMenuAndKeys) {
   manipulator.RotateX(90);
   manipulator.RotateY(-10);
-  ASSERT_EQ(camera.turnsX.size(), 1u);
-  EXPECT_DOUBLE_EQ(camera.turnsX[0], 90 * 0.017444445);
-  EXPECT_DOUBLE_EQ(camera.turnsY[0], -10 * 0.017444445);
-  EXPECT_EQ(viewport.redraws, 2);
-
+  EXPECT_EQ(camera.turnsX, std::vector<double>{90 * 0.017444445});
+  EXPECT_EQ(camera.turnsY, std::vector<double>{-10 * 0.017444445});
   const float sphere[] = {1, 2, 3, 4};
-  std::copy(std::begin(sphere), std::end(sphere), viewport.sphere);
-  manipulator.ViewAll();  // fits the scene's sphere
+  std::copy(sphere, sphere + 4, viewport.sphere);
+  manipulator.ViewAll();
   expectNear(camera.sphereCentre, {1, 2, 3});
   EXPECT_DOUBLE_EQ(camera.sphereRadius, 4);
   EXPECT_EQ(viewport.redraws, 3);
-}
 
-TEST_F(ManipulatorTest, NavigationControlsFlagReachesTheHolderAndTheMenuItsPresenter) {
+  // The navigation controls flag reaches the holder once there is one.
   RecordingHolder holder;
-  manipulator.SetNavigationControlsShown(false);  // no holder yet: only the flag
+  manipulator.SetNavigationControlsShown(false);
   EXPECT_FALSE(manipulator.AreNavigationControlsShown());
   manipulator.SetHolder(&holder);
   manipulator.SetNavigationControlsShown(true);
@@ -314,69 +309,47 @@ TEST_F(ManipulatorTest, NavigationControlsFlagReachesTheHolderAndTheMenuItsPrese
 
   // The context menu appears only while it is enabled.
   int shown = 0;
-  auto presenter = [&shown](int, int) {
-    ++shown;
-    return 32771;
-  };
+  auto presenter = [&shown](int, int) { return ++shown, 32771; };
   EXPECT_EQ(manipulator.ShowContextMenu(presenter, 5, 5), 32771);
   EXPECT_EQ(manipulator.ShowContextMenu([](int, int) { return -1; }, 5, 5), 0);
   manipulator.SetContextMenuEnabled(false);
   EXPECT_EQ(manipulator.ShowContextMenu(presenter, 5, 5), 0);
   EXPECT_EQ(shown, 1);
+
+  // Alt and Ctrl are traced, other keys not.
+  Trace trace;
+  for (int key : {18, 17, 65}) manipulator.KeyDown(key);
+  for (int key : {18, 17, 65}) manipulator.KeyUp(key);
+  EXPECT_EQ(trace.lines,
+            (std::vector<std::string>{"Alt key down\n", "Ctrl key down\n", "Alt key up\n", "Ctrl key up\n"}));
 }
 
-TEST_F(ManipulatorTest, AltAndCtrlKeysAreTraced) {
-  std::vector<std::string> lines;
-  TraceSink previous = SetTraceSink([&lines](std::string_view line) { lines.emplace_back(line); });
-  manipulator.KeyDown(18);
-  manipulator.KeyDown(17);
-  manipulator.KeyDown(65);
-  manipulator.KeyUp(18);
-  manipulator.KeyUp(17);
-  SetTraceSink(previous);
-  EXPECT_EQ(lines, (std::vector<std::string>{"Alt key down\n", "Ctrl key down\n", "Alt key up\n", "Ctrl key up\n"}));
-}
-
-TEST(SceneViewport, UnprojectsThroughTheCameraFrustum) {
+TEST(SceneViewport, UnprojectsThroughTheHoldersCameraInPointerPixels) {
   TestHolder holder;
   holder.cam.position = {10, 20, 30};
   holder.cam.orientation = nav::axisAngle({0, 1, 0}, std::acos(-1.0) / 2);  // looking down -x
   holder.cam.fieldOfView = std::acos(-1.0) / 2;                             // half-height = depth
+  holder.cam.focalDistance = 250;
   cSceneViewport viewport(holder);
+  auto expectUnprojected = [&viewport](int x, int y, nav::Vec3 expected) {
+    double wx, wy, wz;
+    viewport.unproject(x, y, 8, wx, wy, wz);
+    EXPECT_NEAR(wx, expected.x, 1e-9);
+    EXPECT_NEAR(wy, expected.y, 1e-9);
+    EXPECT_NEAR(wz, expected.z, 1e-9);
+  };
+  expectUnprojected(100, 50, {2, 20, 30});      // the window centre lies on the view axis
+  expectUnprojected(200, 0, {2, 28, 30 - 16});  // the top right corner: camera right is world -z
 
-  double x, y, z;
-  viewport.unproject(100, 50, 8, x, y, z);  // the window centre lies on the view axis
-  EXPECT_NEAR(x, 2, 1e-9);
-  EXPECT_NEAR(y, 20, 1e-9);
-  EXPECT_NEAR(z, 30, 1e-9);
-  viewport.unproject(200, 0, 8, x, y, z);  // the top right corner: twice as wide as high
-  EXPECT_NEAR(x, 2, 1e-9);
-  EXPECT_NEAR(y, 28, 1e-9);
-  EXPECT_NEAR(z, 30 - 16, 1e-9);  // camera right is world -z
-}
-
-// On a scaled screen the framebuffer has more pixels than the pointer crosses; the window
-// size and the unprojection must be in the pointer's unit, or the centre moves off the axis.
-TEST(SceneViewport, WorksInPointerPixelsOnAScaledScreen) {
-  TestHolder holder;
+  // On a scaled screen the framebuffer has more pixels than the pointer crosses; the window
+  // size and the unprojection must be in the pointer's unit, or the centre moves off the axis.
   holder.area.scale = 2;
-  holder.cam.position = {0, 0, 50};
-  cSceneViewport viewport(holder);
   int width = 0, height = 0;
   viewport.getWindowSize(width, height);
   EXPECT_EQ(width, 200);
   EXPECT_EQ(height, 100);
-  double x, y, z;
-  viewport.unproject(100, 50, 8, x, y, z);
-  EXPECT_NEAR(x, 0, 1e-9);
-  EXPECT_NEAR(y, 0, 1e-9);
-  EXPECT_NEAR(z, 42, 1e-9);
-}
+  expectUnprojected(100, 50, {2, 20, 30});
 
-TEST(SceneViewport, ReportsTheHoldersCameraAreaAndScene) {
-  TestHolder holder;
-  holder.cam.focalDistance = 250;
-  cSceneViewport viewport(holder);
   EXPECT_DOUBLE_EQ(viewport.focalPlane(), -250);
   float s[4];
   viewport.sceneBoundingSphere(s[0], s[1], s[2], s[3]);
@@ -387,7 +360,6 @@ TEST(SceneViewport, ReportsTheHoldersCameraAreaAndScene) {
   EXPECT_EQ(holder.refreshes, 1);
 
   holder.attached = false;  // no window: no size, and unprojection still gives a finite point
-  int width = -1, height = -1;
   viewport.getWindowSize(width, height);
   EXPECT_EQ(width, 0);
   double x, y, z;

@@ -4,9 +4,7 @@
 
 #define QTEST_QPA_MOUSE_HANDLING
 #include <QCursor>
-#include <QGuiApplication>
 #include <QLabel>
-#include <QScreen>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QToolTip>
@@ -41,10 +39,7 @@ class ReplayTest : public ::testing::Test {
     replay = std::make_unique<Replay>(*viewer, records, 1.0, QStringLiteral("A robot arm on a rail"), groups,
                                       [this] { reload(); });
     window->setReplay(*replay, replay->messages());
-    window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(showActive(*window));
   }
   void TearDown() override { QToolTip::hideText(); }
 
@@ -139,8 +134,8 @@ TEST_F(ReplayTest, KeysAndSliderDriveTheReplay) {
   EXPECT_TRUE(viewer->grabImage() == played);
 }
 
-// The plot draws the recorded points of its span, and a click on a part adds its channels.
-// Then everything at once, as a user sees it; with QUILLON_VIEW_SHOTS set, the screen is saved there.
+// The plot draws the recorded points of its span, and a click on a part adds its channels; the
+// tooltip, legend and timeline show beside it.
 TEST_F(ReplayTest, PlotLegendTooltipAndTimelineShowTheRecording) {
   PlotDock* plots = window->plots();
   ASSERT_NE(plots, nullptr);
@@ -185,11 +180,6 @@ TEST_F(ReplayTest, PlotLegendTooltipAndTimelineShowTheRecording) {
   EXPECT_LT(tip.indexOf(QStringLiteral("Shoulder.rotation")), tip.indexOf(QStringLiteral("Base.translation")));
   EXPECT_TRUE(window->legend()->isVisible());
   EXPECT_TRUE(window->timeline()->isVisible());
-  if (const QString folder = shotFolder(); !folder.isEmpty()) {
-    QTest::qWait(300);
-    QGuiApplication::primaryScreen()->grabWindow(0).save(folder + "/view-window.png");
-    QFile::copy(window->saveScreenshot(), folder + "/view-screenshot-button.png");
-  }
 }
 
 }  // namespace

@@ -56,24 +56,24 @@ TEST(RouteTextTest, ValuesReadAsNumbersVectorsAndFramesAsPositionAndTurn) {
   EXPECT_EQ(ValueText(route), QStringLiteral("at (1.000, 2.000, 3.000), not turned"));
 }
 
+RouteState route(const char* node, const char* field, const char* from) {
+  RouteState r;
+  r.node = node;
+  r.field = field;
+  r.from = from;
+  return r;
+}
+
 TEST(RouteTextTest, TooltipNamesTheNodeAndEachRoutesChannelValueQualityAndAge) {
-  RouteState colour;
-  colour.node = "ProbeMaterial";
-  colour.field = "diffuseColor";
-  colour.from = "Probe1[2][1][1D]";
+  const auto now = std::chrono::steady_clock::now();
+  RouteState colour = route("ProbeMaterial", "diffuseColor", "Probe1[2][1][1D]");
   colour.value = {0.5};
   colour.quality = 50;
   colour.status = 3;
   colour.timestamp = 1234;
   colour.received = 7;
-  const auto now = std::chrono::steady_clock::now();
   colour.changed = now - 2500ms;
-  RouteState position;
-  position.node = "Probe";
-  position.field = "translation";
-  position.from = "Probe1[2][0][3D]";
-  position.received = 0;  // nothing yet
-  const RoutePick pick{"ProbeMaterial", QPoint(3, 4), {colour, position}};
+  const RoutePick pick{"ProbeMaterial", QPoint(3, 4), {colour, route("Probe", "translation", "Probe1[2][0][3D]")}};
 
   const QString tip = RouteTooltip(pick, 0, 100, now);
   EXPECT_TRUE(tip.startsWith(QStringLiteral("<b>ProbeMaterial</b>"))) << tip.toStdString();
@@ -104,9 +104,8 @@ std::vector<ChannelStreamRecord> robotArm() {
   return records;
 }
 
-RouteState route(const char* from, int channel, RouteState::Kind kind) {
-  RouteState r;
-  r.from = from;
+RouteState armRoute(const char* from, int channel, RouteState::Kind kind) {
+  RouteState r = route("", "", from);
   r.controlPath = "Arm";
   r.group = 1;
   r.channel = static_cast<std::uint32_t>(channel);
@@ -119,7 +118,7 @@ TEST(ChannelHistoryTest, ReadsOneChannelThroughARecordingAtItsTimes) {
   ASSERT_EQ(records.size(), 120u);
 
   // The motor temperature runs from 0 to 1 over the 120 messages, 50 ms apart.
-  ChannelHistory temperature(route("Arm[1][4][1D]", 4, RouteState::Kind::Value1D));
+  ChannelHistory temperature(armRoute("Arm[1][4][1D]", 4, RouteState::Kind::Value1D));
   temperature.readRecording(records);
   ASSERT_EQ(temperature.size(), 120u);
   EXPECT_EQ(temperature.components(), 1);
@@ -130,7 +129,7 @@ TEST(ChannelHistoryTest, ReadsOneChannelThroughARecordingAtItsTimes) {
   EXPECT_DOUBLE_EQ(window.back().time, 3.0);
 
   // The elbow's frames: the position, and the quality that marks frames 50 to 69 bad.
-  ChannelHistory elbow(route("Arm[1][2][6D]", 2, RouteState::Kind::Frame6D));
+  ChannelHistory elbow(armRoute("Arm[1][2][6D]", 2, RouteState::Kind::Frame6D));
   elbow.readRecording(records);
   EXPECT_EQ(elbow.components(), 3);
   const std::vector<ChannelPoint> all = elbow.between(0, 10);
@@ -146,8 +145,8 @@ TEST(ChannelHistoryTest, ReadsOneChannelThroughARecordingAtItsTimes) {
 }
 
 TEST(ChannelHistoryTest, FollowsTheViewerTakingEachValueOnce) {
-  ChannelHistory history(route("Arm[1][0][3D]", 0, RouteState::Kind::Value3D));
-  RouteState now = route("Arm[1][0][3D]", 0, RouteState::Kind::Value3D);
+  RouteState now = armRoute("Arm[1][0][3D]", 0, RouteState::Kind::Value3D);
+  ChannelHistory history(now);
   history.follow(now, 0.5);  // nothing received yet
   EXPECT_EQ(history.size(), 0u);
   now.value = {1, 2, 3};

@@ -1,11 +1,8 @@
 #pragma once
-// What the window tests of quillon view share: the application, documents, messages and waits.
+// What the window tests of quillon view share: the application, documents and messages.
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QTest>
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -25,14 +22,19 @@ inline QApplication& app() {
   return *application;
 }
 
-inline std::string readText(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+/// Shows a window and waits until the window system has put it on the screen and activated it.
+inline bool showActive(QWidget& window) {
+  window.show();
+  window.activateWindow();
+  return QTest::qWaitForWindowExposed(&window) && QTest::qWaitForWindowActive(&window);
+}
+
+inline std::string example(const char* name) {
+  std::ifstream in(std::string(QUILLON_EXAMPLES_DIR "/") + name, std::ios::binary);
   std::ostringstream text;
   text << in.rdbuf();
   return text.str();
 }
-
-inline std::string example(const char* name) { return readText(std::string(QUILLON_EXAMPLES_DIR "/") + name); }
 
 inline std::vector<ChannelStreamRecord> robotArmStream() {
   std::ifstream in(QUILLON_EXAMPLES_DIR "/robot_arm.qcs", std::ios::binary);
@@ -50,14 +52,6 @@ inline std::vector<unsigned char> probeMessage(double x, double y, double z, dou
   m.U8(2).F64(x).F64(y).F64(z).F64(positionQuality).U32(0).U32(4711);
   m.U8(1).F64(colour).F64(colourQuality).U32(3).U32(4712);
   return m.bytes;
-}
-
-/// Where the screenshots for people go, when QUILLON_VIEW_SHOTS names a folder.
-inline QString shotFolder() {
-  const char* folder = std::getenv("QUILLON_VIEW_SHOTS");
-  if (!folder || !*folder) return {};
-  QDir().mkpath(QString::fromLocal8Bit(folder));
-  return QString::fromLocal8Bit(folder);
 }
 
 }  // namespace quillon::app::test

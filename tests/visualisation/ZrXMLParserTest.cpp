@@ -91,12 +91,16 @@ struct Fault {
   std::optional<std::string> bracketed;  // the text between the markers; none: no annotation
 };
 
-// A fault in the one route of a document with a scene, which marks that route.
-Fault RouteFault(const char* name, const std::string& route, ErrorCode code) {
-  return {name, Doc(kScene + route), code, route};
+// A fault in `marked`, which stands between `before` and `after` in a document and is marked.
+Fault Marked(const char* name, const std::string& before, const std::string& marked, ErrorCode code,
+             const std::string& after = "") {
+  return {name, Doc(before + marked + after), code, marked};
 }
-Fault SettingsFault(const char* name, const std::string& settings, ErrorCode code, const std::string& bracketed) {
-  return {name, Doc("<Settings>" + settings + "</Settings>"), code, bracketed};
+Fault RouteFault(const char* name, const std::string& route, ErrorCode code) {
+  return Marked(name, kScene, route, code);
+}
+Fault SettingsFault(const char* name, const std::string& before, const std::string& marked, ErrorCode code) {
+  return Marked(name, "<Settings>" + before, marked, code, "</Settings>");
 }
 
 class ParseFault : public ::testing::TestWithParam<Fault> {};
@@ -134,32 +138,26 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"NotWellFormed", "<Visualisation>", 1290800, {}}, Fault{"OtherRoot", "<Visual/>", 1290805, {}},
         Fault{"TwoVisualisations", "<Visualisation><Visualisation></Visualisation></Visualisation>", 1290818,
               "<Visualisation><Visualisation></Visualisation></Visualisation>"},
-        Fault{"TwoLabels", Doc("<Label>a</Label><Label>b</Label>"), 1290818, "<Label>b</Label>"},
+        Marked("TwoLabels", "<Label>a</Label>", "<Label>b</Label>", 1290818),
         Fault{"NoVersion", "<Visualisation><Label>a</Label>" + kScene + "</Visualisation>", 1290818, ""},
         Fault{"VersionBeforeLabel", "<Visualisation><Version>1.0</Version><Label>a</Label></Visualisation>", 1290818,
               ""},
-        Fault{"TwoVersions", Doc("<Version>1.0</Version>"), 1290825, "<Version>1.0</Version>"},
+        Marked("TwoVersions", "", "<Version>1.0</Version>", 1290825),
         Fault{"VersionNotExact", "<Visualisation><Version>1.0 </Version></Visualisation>", 1290826,
               "<Version>1.0 </Version>"},
-        Fault{"TwoSettings", Doc("<Settings/><Settings/>"), 1290820, "<Settings/>"},
-        SettingsFault("TwoRenderInvalids", "<RenderInvalids>hide</RenderInvalids><RenderInvalids>x</RenderInvalids>",
-                      1290821, "<RenderInvalids>x</RenderInvalids>"),
-        SettingsFault("RenderInvalidsCase", "<RenderInvalids>Hide</RenderInvalids>", 1290812,
-                      "<RenderInvalids>Hide</RenderInvalids>"),
-        SettingsFault("ColourMapTwoColumns", "<ColourMap>[1, 0; 0, 1]</ColourMap>", 1290806,
-                      "<ColourMap>[1, 0; 0, 1]</ColourMap>"),
-        SettingsFault("TwoColourMaps", "<ColourMap>[1,0,0]</ColourMap><ColourMap/>", 1290822, "<ColourMap/>"),
-        SettingsFault("InvalidColourTwoRows", "<InvalidColourMap>[1,0,0;0,1,0]</InvalidColourMap>", 1290807,
-                      "<InvalidColourMap>[1,0,0;0,1,0]</InvalidColourMap>"),
-        SettingsFault("InvalidColourUnreadable", "<InvalidColourMap>[1,0,0</InvalidColourMap>", 1290807,
-                      "<InvalidColourMap>[1,0,0</InvalidColourMap>"),
-        SettingsFault("TwoInvalidColours", "<InvalidColourMap/><InvalidColourMap/>", 1290823, "<InvalidColourMap/>"),
-        Fault{"NoScene", Doc("<Settings/>"), 1290808, ""},
-        Fault{"TwoScenes", Doc(kScene + "<Scene/>"), 1290824, "<Scene/>"},
-        Fault{"SceneFormatCase", Doc("<Scene format='vrml97'>x</Scene>"), 1290830, "<Scene format='vrml97'>x</Scene>"},
-        Fault{"SceneWithoutFormat", Doc("<Scene>x</Scene>"), 1290830, "<Scene>x</Scene>"},
-        Fault{"SceneWithChildren", Doc("<Scene format='VRML97'><a/></Scene>"), 1290808,
-              "<Scene format='VRML97'><a/></Scene>"},
+        Marked("TwoSettings", "<Settings/>", "<Settings/>", 1290820),
+        SettingsFault("TwoRenderInvalids", "<RenderInvalids>hide</RenderInvalids>",
+                      "<RenderInvalids>x</RenderInvalids>", 1290821),
+        SettingsFault("RenderInvalidsCase", "", "<RenderInvalids>Hide</RenderInvalids>", 1290812),
+        SettingsFault("ColourMapTwoColumns", "", "<ColourMap>[1, 0; 0, 1]</ColourMap>", 1290806),
+        SettingsFault("TwoColourMaps", "<ColourMap>[1,0,0]</ColourMap>", "<ColourMap/>", 1290822),
+        SettingsFault("InvalidColourTwoRows", "", "<InvalidColourMap>[1,0,0;0,1,0]</InvalidColourMap>", 1290807),
+        SettingsFault("InvalidColourUnreadable", "", "<InvalidColourMap>[1,0,0</InvalidColourMap>", 1290807),
+        SettingsFault("TwoInvalidColours", "<InvalidColourMap/>", "<InvalidColourMap/>", 1290823),
+        Fault{"NoScene", Doc("<Settings/>"), 1290808, ""}, Marked("TwoScenes", kScene, "<Scene/>", 1290824),
+        Marked("SceneFormatCase", "", "<Scene format='vrml97'>x</Scene>", 1290830),
+        Marked("SceneWithoutFormat", "", "<Scene>x</Scene>", 1290830),
+        Marked("SceneWithChildren", "", "<Scene format='VRML97'><a/></Scene>", 1290808),
         Fault{"SceneDoesNotRead", Doc("<Scene format='VRML97'>no scene here</Scene>"), 1290808, {}},
         RouteFault("NoFrom", "<ExternRoute to='T'/>", 1290801),
         Fault{"FromWithBlank", kBadFromDoc, 1290803, "<ExternRoute from=\"Probe1 [2][5][1D]\" to=\"T\"/>"},
@@ -168,12 +166,11 @@ INSTANTIATE_TEST_SUITE_P(
         RouteFault("ToTwoDots", Route("P[1][2][1D]", "T.x.y"), 1290804),
         RouteFault("ToNoNode", Route("P[1][2][1D]", ".x"), 1290804),
         Fault{"ToEndsInDot", Doc(kScene + Route("P[1][2][1D]", "T.")), 1290816, {}},
-        Fault{"RouteColourMap", Doc(kScene + kRoute + "><ColourMap>[1]</ColourMap></ExternRoute>"), 1290806,
-              "<ColourMap>[1]</ColourMap>"},
-        Fault{"RouteTwoColourMaps", Doc(kScene + kRoute + "><ColourMap/><ColourMap>2</ColourMap></ExternRoute>"),
-              1290828, "<ColourMap>2</ColourMap>"},
-        Fault{"RouteTwoInvalidColours", Doc(kScene + kRoute + "><InvalidColourMap/><InvalidColourMap/></ExternRoute>"),
-              1290829, "<InvalidColourMap/>"},
+        Marked("RouteColourMap", kScene + kRoute + ">", "<ColourMap>[1]</ColourMap>", 1290806, "</ExternRoute>"),
+        Marked("RouteTwoColourMaps", kScene + kRoute + "><ColourMap/>", "<ColourMap>2</ColourMap>", 1290828,
+               "</ExternRoute>"),
+        Marked("RouteTwoInvalidColours", kScene + kRoute + "><InvalidColourMap/>", "<InvalidColourMap/>", 1290829,
+               "</ExternRoute>"),
         RouteFault("ScaleMinusZero", kRoute + " scale='-0'/>", 1290810),
         RouteFault("ScaleNotANumber", kRoute + " scale='nan'/>", 1290810),
         RouteFault("CascadingRoute", "<ExternRouteToChildren from='P' to='T'/>", 1290803)),
@@ -247,21 +244,16 @@ TEST(ZrXMLParser, CollectsSettingsOrTheirDefaultsAndRoutesInDocumentOrder) {
   const auto& routes = parser.Routes();
   ASSERT_EQ(routes.size(), 3u);  // a cascading route in front of the plain ones is not seen
   EXPECT_EQ(routes[0].controlPathName, "Probe_1");
-  EXPECT_EQ(routes[0].groupNumber, 2);
-  EXPECT_EQ(routes[0].channelNumber, 5u);
-  EXPECT_EQ(routes[0].channelKind, ChannelKind::Kind3D);
   EXPECT_EQ(routes[0].targetNodeName, "T");
   EXPECT_EQ(routes[0].targetFieldName, "translation");
   EXPECT_EQ(routes[0].scale, 2.0);
   EXPECT_EQ(routes[0].colourMap, parser.DefaultColourMap());
-  EXPECT_EQ(routes[1].channelKind, ChannelKind::KindTime);
   EXPECT_EQ(routes[1].targetFieldName, "");
   EXPECT_EQ(routes[1].scale, 0.0);
   EXPECT_EQ(routes[1].colourMap.Rows(), 1u);
   EXPECT_EQ(routes[1].colourMap(0, 2), 1.0);
   EXPECT_FALSE(routes[1].cascading);
   EXPECT_TRUE(routes[2].cascading);
-  EXPECT_EQ(routes[2].channelKind, ChannelKind::Kind1D);
   // Without a scene-graph holder nothing is bound, and so nothing is registered.
   EXPECT_EQ(registrar.clears, 1);
   EXPECT_TRUE(registrar.registered.empty());

@@ -3,7 +3,6 @@
 // reader's own tables, so that a wrong default, type, access word or limit there fails a row.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <map>
 #include <ostream>
 #include <sstream>
@@ -22,34 +21,27 @@ using test::parseScene;
 // compare with what a scene writer would type.
 std::string show(const FieldValue* value) {
   if (!value) return "";
-  std::string text;
-  const auto number = [&text](double v) {
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%s%g", text.empty() ? "" : " ", v);
-    text += buffer;
+  std::ostringstream out;  // numbers as "%g" writes them
+  const auto put = [&out](const auto&... v) { ((out << (out.tellp() > 0 ? " " : "") << v), ...); };
+  const auto list = [&out](const auto& items, const auto& each) {
+    out << "[";
+    for (const auto& item : items) each(item);
+    out << " ]";
   };
   if (const auto* b = dynamic_cast<const SFBool*>(value)) return b->value ? "TRUE" : "FALSE";
   if (const auto* i = dynamic_cast<const SFInt32*>(value)) return std::to_string(i->value);
-  if (const auto* f = dynamic_cast<const SFFloat*>(value)) number(f->value);
-  if (const auto* v = dynamic_cast<const SFVec3f*>(value)) number(v->value.x), number(v->value.y), number(v->value.z);
-  if (const auto* c = dynamic_cast<const SFColor*>(value))
-    number(c->value.red), number(c->value.green), number(c->value.blue);
-  if (const auto* r = dynamic_cast<const SFRotation*>(value))
-    number(r->x), number(r->y), number(r->z), number(r->angle);
   if (const auto* n = dynamic_cast<const SFNode*>(value)) return n->node ? std::string(n->node->typeName()) : "NULL";
-  const auto list = [&text](const auto& items, const auto& each) {
-    text = "[";
-    for (const auto& item : items) each(item);
-    text += " ]";
-  };
-  if (const auto* l = dynamic_cast<const MFInt32*>(value)) list(l->values, [&](std::int32_t i) { number(i); });
-  if (const auto* l = dynamic_cast<const MFVec3f*>(value))
-    list(l->values, [&](const Vec3f& v) { number(v.x), number(v.y), number(v.z); });
+  if (const auto* f = dynamic_cast<const SFFloat*>(value)) put(f->value);
+  if (const auto* v = dynamic_cast<const SFVec3f*>(value)) put(v->value.x, v->value.y, v->value.z);
+  if (const auto* c = dynamic_cast<const SFColor*>(value)) put(c->value.red, c->value.green, c->value.blue);
+  if (const auto* r = dynamic_cast<const SFRotation*>(value)) put(r->x, r->y, r->z, r->angle);
+  if (const auto* l = dynamic_cast<const MFInt32*>(value)) list(l->values, [&](std::int32_t i) { put(i); });
+  if (const auto* l = dynamic_cast<const MFVec3f*>(value)) list(l->values, [&](const Vec3f& v) { put(v.x, v.y, v.z); });
   if (const auto* l = dynamic_cast<const MFColor*>(value))
-    list(l->values, [&](const Color3f& c) { number(c.red), number(c.green), number(c.blue); });
+    list(l->values, [&](const Color3f& c) { put(c.red, c.green, c.blue); });
   if (const auto* l = dynamic_cast<const MFNode*>(value))
-    list(l->nodes, [&](const auto& n) { text += " " + std::string(n ? n->typeName() : "-"); });
-  return text;
+    list(l->nodes, [&](const auto& n) { put(n ? n->typeName() : std::string_view("-")); });
+  return out.str();
 }
 
 // A value of each field type as a scene writes it; show() gives it back unchanged.

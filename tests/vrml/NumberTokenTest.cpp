@@ -64,40 +64,34 @@ std::vector<std::string> numberTokens() {
   return tokens;
 }
 
-TEST(NumberToken, FloatsConvertExactlyAsSscanfOnBothPaths) {
+// Both conversions, and their fast paths where they take a token, agree bit for bit with sscanf.
+TEST(NumberToken, ConvertsExactlyAsSscanfOnBothPaths) {
   int fastHits = 0;
   for (const std::string& token : numberTokens()) {
-    float expected = 0.0f;
+    float expected = 0.0f, value = 0.0f, fast = 0.0f;
     const bool converts = referenceFloat(token, expected);
-    float value = 0.0f;
     ASSERT_EQ(convertFloat(token, value), converts) << token;
     if (converts) {
       ASSERT_EQ(std::bit_cast<std::uint32_t>(value), std::bit_cast<std::uint32_t>(expected)) << token;
     }
-    float fast = 0.0f;
     if (fastConvertFloat(token.substr(0, 14), fast)) {
       ++fastHits;
       ASSERT_TRUE(converts) << token;
       ASSERT_EQ(std::bit_cast<std::uint32_t>(fast), std::bit_cast<std::uint32_t>(expected)) << token;
     }
+
+    int expectedInt = 0;
+    std::int32_t integer = 0, fastInt = 0;
+    const bool convertsInt = referenceInt(token, expectedInt);
+    ASSERT_EQ(convertInt(token, integer), convertsInt) << token;
+    if (convertsInt) {
+      ASSERT_EQ(integer, expectedInt) << token;
+    }
+    if (fastConvertInt(token.substr(0, 14), fastInt)) {
+      ASSERT_EQ(fastInt, expectedInt) << token;
+    }
   }
   EXPECT_GT(fastHits, 20000);  // the fast path must really carry the plain decimals
-}
-
-TEST(NumberToken, IntegersConvertExactlyAsSscanfOnBothPaths) {
-  for (const std::string& token : numberTokens()) {
-    int expected = 0;
-    const bool converts = referenceInt(token, expected);
-    std::int32_t value = 0;
-    ASSERT_EQ(convertInt(token, value), converts) << token;
-    if (converts) {
-      ASSERT_EQ(value, expected) << token;
-    }
-    std::int32_t fast = 0;
-    if (fastConvertInt(token.substr(0, 14), fast)) {
-      ASSERT_EQ(fast, expected) << token;
-    }
-  }
 }
 
 // The reader converts plain numbers straight from the text; that path must agree too.

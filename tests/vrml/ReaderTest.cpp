@@ -83,7 +83,7 @@ TEST(Reader, UnknownTypeNameWritesTheTrace) {
   EXPECT_EQ(traced, "Unknown error due to an unknown name\n");
 }
 
-TEST(Reader, UseInsideAFieldYieldsAnIndependentCopy) {
+TEST(Reader, UseInsideAFieldYieldsAnIndependentCopyAndNullAnEmptyOne) {
   const auto parsed =
       parseScene("Switch { choice [ DEF A Shape { geometry Box { size 1 2 3 } } USE A USE Missing NULL ] }\n");
   const auto* choices = parsed.as<Switch>(0)->choice();
@@ -97,6 +97,12 @@ TEST(Reader, UseInsideAFieldYieldsAnIndependentCopy) {
   EXPECT_STREQ(first->name(), "A");
   EXPECT_EQ(choices->nodes[2], nullptr);
   EXPECT_EQ(choices->nodes[3], nullptr);
+
+  const auto withNull = parseScene("Shape { geometry NULL }\n");
+  const auto* empty = withNull.as<Shape>(0);
+  ASSERT_NE(empty, nullptr);
+  EXPECT_TRUE(empty->geometry()->set);
+  EXPECT_EQ(empty->geometry()->node, nullptr);
 }
 
 TEST(Reader, IndexedFaceSetListsAndTheirEnds) {
@@ -118,14 +124,6 @@ TEST(Reader, IndexedFaceSetListsAndTheirEnds) {
   EXPECT_EQ(parseScene("IndexedFaceSet { coordIndex [ 0 1 2 ]solid FALSE }\n").as<IndexedFaceSet>(0), nullptr);
   // A value written without brackets takes a later list, or fails when there is none.
   EXPECT_EQ(parseScene("Coordinate { point 1 2 3 }\n").as<Coordinate>(0), nullptr);
-}
-
-TEST(Reader, NullFillsANodeField) {
-  const auto parsed = parseScene("Shape { geometry NULL }\n");
-  const auto* shape = parsed.as<Shape>(0);
-  ASSERT_NE(shape, nullptr);
-  EXPECT_TRUE(shape->geometry()->set);
-  EXPECT_EQ(shape->geometry()->node, nullptr);
 }
 
 TEST(Reader, LongNamesAreCutToTheirBuffers) {
