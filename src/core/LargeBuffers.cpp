@@ -8,13 +8,14 @@ namespace quillon {
 
 void AdviseHugePages(const void* data, std::size_t bytes) {
 #ifdef MADV_HUGEPAGE
-  constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
-  const auto start = reinterpret_cast<std::uintptr_t>(data);
-  if (!data || bytes < kHugePage) return;
-  const std::uintptr_t begin = (start + kHugePage - 1) & ~(kHugePage - 1);
-  const std::uintptr_t end = (start + bytes) & ~(kHugePage - 1);
+  constexpr std::size_t kHugePage = std::size_t{2} << 20;
+  if (!data) return;
+  // From the first huge-page boundary in the buffer, over the whole huge pages that follow.
+  const std::size_t lead = (kHugePage - reinterpret_cast<std::uintptr_t>(data) % kHugePage) % kHugePage;
+  if (bytes < lead + kHugePage) return;
+  void* first = static_cast<char*>(const_cast<void*>(data)) + lead;
   // A refusal (no transparent huge pages in this kernel) leaves the pages as they were.
-  if (end > begin) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+  madvise(first, (bytes - lead) / kHugePage * kHugePage, MADV_HUGEPAGE);
 #else
   (void)data;
   (void)bytes;
