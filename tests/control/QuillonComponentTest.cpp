@@ -125,76 +125,7 @@ struct MockManipulator : IViewportManipulator {
   MOCK_METHOD(void, SetKeyState, (const IKeyState*), (override));
 };
 
-// A camera that keeps what the camera texts set, in their order: position, axis and angle, near,
-// far and focal distance, zoom; and the sphere that View All fits it to.
-struct FakeCamera final : ICamera {
-  std::array<double, 11> kept{0, 0, 0, 0, 0, 0, 0, 0, 0, 5, 0};
-  std::array<double, 4> sphere{};
-  void setPosition(double x, double y, double z) override { std::tie(kept[0], kept[1], kept[2]) = std::tie(x, y, z); }
-  void setOrientation(double, double, double, double) override {}
-  void setOrientationAxisAngle(double x, double y, double z, double a) override {
-    std::tie(kept[3], kept[4], kept[5], kept[6]) = std::tie(x, y, z, a);
-  }
-  void setNearDistance(double d) override { kept[7] = d; }
-  void setFarDistance(double d) override { kept[8] = d; }
-  void setFocalDistance(double d) override { kept[9] = d; }
-  void setFieldOfView(double) override {}
-  void getPosition(double& x, double& y, double& z) const override {
-    std::tie(x, y, z) = std::tie(kept[0], kept[1], kept[2]);
-  }
-  void getOrientation(double&, double&, double&, double&) const override {}
-  void getOrientationAxisAngle(double& x, double& y, double& z, double& a) const override {
-    std::tie(x, y, z, a) = std::tie(kept[3], kept[4], kept[5], kept[6]);
-  }
-  void getNearDistance(double& d) const override { d = kept[7]; }
-  void getFarDistance(double& d) const override { d = kept[8]; }
-  void getFocalDistance(double& d) const override { d = kept[9]; }
-  void getFieldOfView(double&) const override {}
-  void getViewToWorldMatrix(float[16]) const override {}
-  void zoom(double) override {}
-  void zoomToSphere(double x, double y, double z, double radius) override { sphere = {x, y, z, radius}; }
-  void rotateX(double) override {}
-  void rotateY(double) override {}
-  void rotateZ(double) override {}
-  void setAspectRatio(double) override {}
-  void getZoomFactor(double& f) const override { f = kept[10]; }
-  void setZoomFactor(double f) override { kept[10] = f; }
-};
-
-// A scene-graph holder that keeps the colours and switch choices it is given and counts refreshes.
-struct FakeSceneGraph final : ISceneGraphImplementor {
-  FakeCamera cam;
-  test::TestArea area;
-  IViewportManipulator* manipulator = nullptr;
-  int refreshes = 0;
-  std::vector<float> background, foreground;
-  std::map<std::string, int> switches;  // the nodes that can be hidden, with their choice
-
-  void initialize() override {}
-  void terminate() override {}
-  ICamera& camera() override { return cam; }
-  ISGBuilder* sceneGraphBuilder() override { return nullptr; }
-  ISceneMappingBuilder* sceneMappingBuilder() override { return nullptr; }
-  IViewportManipulator* viewportManipulator() override { return manipulator; }
-  void attachToWindow(std::unique_ptr<IRenderArea>) override {}
-  void detachFromWindow() override {}
-  void setBackgroundColours(float r1, float g1, float b1, float r2, float g2, float b2) override {
-    background = {r1, g1, b1, r2, g2, b2};
-  }
-  void clearRegistries() override {}
-  void refresh(int) override { ++refreshes; }
-  void render() override {}
-  void boundingSphere(float& x, float& y, float& z, float& r) override {
-    std::tie(x, y, z, r) = std::tuple(1.f, 2.f, 3.f, 4.f);
-  }
-  IRenderArea* renderArea() override { return &area; }
-  bool setSwitchChoice(const std::string& name, int choice) override {
-    const auto it = switches.find(name);
-    if (it != switches.end()) it->second = choice;
-    return it != switches.end();
-  }
-  void setForegroundOverride(bool on, float r, float g, float b) override { foreground = {on ? 1.f : 0.f, r, g, b}; }
-};
+using FakeSceneGraph = test::TestHolder;
 
 constexpr char kSep = '\xA7';
 
@@ -300,11 +231,11 @@ TEST_F(ComponentTest, CameraTextsConvertLengthsOnlyAndStopAtTheFirstUnreadableOn
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.set[0]);
-    scene.cam = FakeCamera{};
+    scene.cam = test::TestCamera{};
     scene.refreshes = 0;
     const bool accepted = !c.get[0].empty();
     EXPECT_EQ(component->SetCameraPosition(c.set), accepted);
-    for (std::size_t i = 0; i < c.camera.size(); ++i) EXPECT_DOUBLE_EQ(scene.cam.kept[i], c.camera[i]) << i;
+    for (std::size_t i = 0; i < c.camera.size(); ++i) EXPECT_DOUBLE_EQ(scene.cam.texts()[i], c.camera[i]) << i;
     EXPECT_EQ(scene.refreshes, accepted ? 1 : 0);
     if (!accepted) continue;
     Texts out;
@@ -366,7 +297,9 @@ TEST_F(ComponentTest, NavigationSettingsGoToTheManipulator) {
 
   scene.manipulator = nullptr;  // without navigation, view all fits the camera itself
   component->ViewAll();
-  EXPECT_EQ(scene.cam.sphere, (std::array<double, 4>{1, 2, 3, 4}));
+  const test::TestCamera& cam = scene.cam;
+  EXPECT_EQ((std::array<double, 4>{cam.sphereCentre.x, cam.sphereCentre.y, cam.sphereCentre.z, cam.sphereRadius}),
+            (std::array<double, 4>{1, 2, 3, 4}));
 }
 
 TEST(QuillonComponentAlone, WorksWithoutAnyCollaborator) {
@@ -470,8 +403,8 @@ TEST_F(ControlTest, SetCameraPositionFillsInAndWritesBackTheDefaults) {
   EXPECT_STREQ(texts[2], "0.2");
   EXPECT_STREQ(texts[3], "10.0");
   EXPECT_STREQ(texts[4], "5.0");
-  EXPECT_DOUBLE_EQ(scene.cam.kept[7], 200.0);
-  EXPECT_DOUBLE_EQ(scene.cam.kept[10], 1.0);
+  EXPECT_DOUBLE_EQ(scene.cam.nearDistance, 200.0);
+  EXPECT_DOUBLE_EQ(scene.cam.zoomFactor, 1.0);
   std::free(position);
   for (int i : {1, 2, 3, 4}) std::free(texts[i]);
 }

@@ -2,6 +2,8 @@
 // A camera, viewport, scene-graph holder and keyboard of the tests' own, for driving the
 // manipulator and the viewer component without a window.
 
+#include <array>
+#include <map>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -18,12 +20,13 @@
 
 namespace quillon::test {
 
-/// Keeps the pose, focal distance and field of view that navigation reads, and records the zooms,
-/// turns and fits; what navigation never reads, it ignores.
+/// Keeps what it is given like a real camera, and records the zooms, turns and fits.
 class TestCamera final : public ICamera {
  public:
   nav::Vec3 position{0, 0, 100};
   nav::Quat orientation;
+  std::array<double, 4> axisAngle{};  // as set, apart from the orientation
+  double nearDistance = 0, farDistance = 0, zoomFactor = 0;
   double fieldOfView = 0.785398;
   double focalDistance = 5.0;
   std::vector<double> zooms;
@@ -33,9 +36,9 @@ class TestCamera final : public ICamera {
 
   void setPosition(double x, double y, double z) override { position = {x, y, z}; }
   void setOrientation(double x, double y, double z, double w) override { orientation = {x, y, z, w}; }
-  void setOrientationAxisAngle(double, double, double, double) override {}
-  void setNearDistance(double) override {}
-  void setFarDistance(double) override {}
+  void setOrientationAxisAngle(double x, double y, double z, double a) override { axisAngle = {x, y, z, a}; }
+  void setNearDistance(double d) override { nearDistance = d; }
+  void setFarDistance(double d) override { farDistance = d; }
   void setFocalDistance(double d) override { focalDistance = d; }
   void setFieldOfView(double angle) override { fieldOfView = angle; }
   void getPosition(double& x, double& y, double& z) const override {
@@ -44,9 +47,11 @@ class TestCamera final : public ICamera {
   void getOrientation(double& x, double& y, double& z, double& w) const override {
     std::tie(x, y, z, w) = std::tie(orientation.x, orientation.y, orientation.z, orientation.w);
   }
-  void getOrientationAxisAngle(double&, double&, double&, double&) const override {}
-  void getNearDistance(double&) const override {}
-  void getFarDistance(double&) const override {}
+  void getOrientationAxisAngle(double& x, double& y, double& z, double& a) const override {
+    std::tie(x, y, z, a) = std::tie(axisAngle[0], axisAngle[1], axisAngle[2], axisAngle[3]);
+  }
+  void getNearDistance(double& d) const override { d = nearDistance; }
+  void getFarDistance(double& d) const override { d = farDistance; }
   void getFocalDistance(double& d) const override { d = focalDistance; }
   void getFieldOfView(double& angle) const override { angle = fieldOfView; }
   void getViewToWorldMatrix(float[16]) const override {}
@@ -59,10 +64,16 @@ class TestCamera final : public ICamera {
   void rotateY(double angle) override { turn(turnsY, {0, 1, 0}, angle); }
   void rotateZ(double angle) override { turn(turnsZ, {0, 0, 1}, angle); }
   void setAspectRatio(double) override {}
-  void getZoomFactor(double&) const override {}
-  void setZoomFactor(double) override {}
+  void getZoomFactor(double& f) const override { f = zoomFactor; }
+  void setZoomFactor(double f) override { zoomFactor = f; }
 
   nav::Vec3 viewDirection() const { return nav::rotate(orientation, {0, 0, -1}); }
+  /// What the camera texts set, in their order: position, axis and angle, near, far and focal
+  /// distance, zoom.
+  std::array<double, 11> texts() const {
+    return {position.x,   position.y,   position.z,  axisAngle[0],  axisAngle[1], axisAngle[2],
+            axisAngle[3], nearDistance, farDistance, focalDistance, zoomFactor};
+  }
 
  private:
   void turn(std::vector<double>& log, nav::Vec3 axis, double angle) {
@@ -114,7 +125,8 @@ class TestArea final : public IRenderArea {
 };
 
 /// A scene-graph holder with a test camera, a 200 × 100 area (or a window's, when one is
-/// given), and a manipulator to hand out; it counts the refreshes and renders.
+/// given), and a manipulator to hand out; it counts the refreshes and renders, and keeps the
+/// colours and switch choices it is given.
 class TestHolder final : public ISceneGraphImplementor {
  public:
   TestCamera cam;
@@ -133,7 +145,9 @@ class TestHolder final : public ISceneGraphImplementor {
   IViewportManipulator* viewportManipulator() override { return manipulator; }
   void attachToWindow(std::unique_ptr<IRenderArea>) override {}
   void detachFromWindow() override {}
-  void setBackgroundColours(float, float, float, float, float, float) override {}
+  void setBackgroundColours(float r1, float g1, float b1, float r2, float g2, float b2) override {
+    background = {r1, g1, b1, r2, g2, b2};
+  }
   void clearRegistries() override {}
   void refresh(int) override { ++refreshes; }
   void render() override { ++renders; }
@@ -144,8 +158,15 @@ class TestHolder final : public ISceneGraphImplementor {
     if (!attached) return nullptr;
     return windowArea ? windowArea : &area;
   }
-  bool setSwitchChoice(const std::string&, int) override { return false; }
-  void setForegroundOverride(bool, float, float, float) override {}
+  bool setSwitchChoice(const std::string& name, int choice) override {
+    const auto it = switches.find(name);
+    if (it != switches.end()) it->second = choice;
+    return it != switches.end();
+  }
+  void setForegroundOverride(bool on, float r, float g, float b) override { foreground = {on ? 1.f : 0.f, r, g, b}; }
+
+  std::vector<float> background, foreground;
+  std::map<std::string, int> switches;  // the nodes that can be hidden, with their choice
 };
 
 /// Collects the trace lines while it lives.
